@@ -1,0 +1,68 @@
+#!/bin/sh
+# Remakes the pictures of the setup program's windows in docs/screenshots: every wizard page,
+# the progress window, the alert box with one, two and three buttons and the replace query, at
+# 96 and at 144 dpi.
+#
+# Each dpi gets its own Wine prefix (build/shots-96, build/shots-144) with the dpi set in its
+# registry. hoshowcase.exe (tests/driver) opens the windows one after another inside a Wine
+# virtual desktop on a virtual X server, so they have real frames, and saves each one, cropped to
+# the window, as <window>-<dpi>dpi.png.
+#
+# HO_BUILD_DIR names another build folder of the Windows build (default build/windows); the
+# prefixes are then made inside it.
+set -e
+cd "$(dirname "$0")/.."
+root=$PWD
+out="$root/docs/screenshots"
+windows="install-welcome install-start install-finish remove-welcome remove-start remove-finish
+progress-install progress-remove alert-one-button alert-two-buttons alert-three-buttons replace-query"
+
+if [ -n "$HO_BUILD_DIR" ]; then
+    build=$HO_BUILD_DIR
+    prefixes=$HO_BUILD_DIR
+    [ -f "$build/CMakeCache.txt" ] ||
+        cmake -S "$root" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake" \
+              -DCMAKE_BUILD_TYPE=Release -DHO_DIST_DIR="$build/dist" >/dev/null
+else
+    sh scripts/deps.sh
+    build="$root/build/windows"
+    prefixes="$root/build"
+    cmake --preset windows >/dev/null
+fi
+cmake --build "$build" --target hoshowcase hosetup holang_copy
+
+status=0
+for dpi in 96 144; do
+    export WINEPREFIX="$prefixes/shots-$dpi"
+    echo "== $dpi dpi (prefix $WINEPREFIX)"
+    # scripts/wine-run makes the prefix on first use; reg.exe then sets the dpi. Wine reads the
+    # user's value first and the machine's font profile after it, so both are set.
+    "$root/scripts/wine-run" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+    "$root/scripts/wine-run" reg add 'HKLM\System\CurrentControlSet\Hardware Profiles\Current\Software\Fonts' \
+        /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+    wineserver -w
+
+    shots="$WINEPREFIX/shots"
+    rm -rf "$shots"
+    mkdir -p "$shots"
+    # The pictures are written into the prefix first, so that a failed run leaves the committed
+    # ones alone. Wine maps the Unix root to drive Z:.
+    winshots="Z:$(echo "$shots" | tr / '\\')"
+    xvfb-run -a -s "-screen 0 1280x1024x24" sh -c '
+        WINEDEBUG=-all WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree=d;mshtml=d" \
+            wine explorer /desktop=shots,1280x1024 "$1" "$2" </dev/null
+        wineserver -k' sh "$build/bin/hoshowcase.exe" "$winshots" >"$shots/run.log" 2>&1 || true
+    cat "$shots/run.log" | grep -v '^[0-9a-f]*:\(err\|fixme\|warn\)' || true
+
+    for window in $windows; do
+        picture="$shots/$window-${dpi}dpi.png"
+        if [ -s "$picture" ]; then
+            cp "$picture" "$out/"
+        else
+            echo "missing: $window-${dpi}dpi.png (is the prefix's dpi $dpi?)"
+            status=1
+        fi
+    done
+done
+[ "$status" -eq 0 ] && echo "All pictures are in docs/screenshots."
+exit "$status"

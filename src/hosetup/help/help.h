@@ -1,0 +1,54 @@
+// Interface of the help viewer binding: the HTML Help control is found and bound on first use,
+// so a system without it still runs the setup; help then silently does nothing.
+#pragma once
+
+#include <windows.h>
+#include <cstddef>
+
+// ---- constants ------------------------------------------------------------------------------
+
+// Where the HTML Help control registers its module, below HKEY_CLASSES_ROOT; the key's default
+// value is the module's path.
+constexpr char kHelpViewerClassKey[] = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+// Loaded through the system's search path when the registry does not lead to a loadable module.
+constexpr char kHelpViewerModuleName[] = "hhctrl.ocx";
+// The control exports its two entries by ordinal.
+constexpr WORD kHtmlHelpAOrdinal = 14;
+constexpr WORD kHtmlHelpWOrdinal = 15;
+constexpr std::size_t kHelpPathCapacity = 260;
+constexpr UINT kHelpDisplayTopic = 0;          // HH_DISPLAY_TOPIC: the file's default topic
+constexpr char kSetupHelpFile[] = "hosetup.chm"; // beside the program
+
+// ---- types ----------------------------------------------------------------------------------
+
+// The viewer module, shared by both entries: where it is looked for, and the handle once loaded.
+// The module is never unloaded.
+struct HelpViewer {
+    const char* classKey;    // below HKEY_CLASSES_ROOT
+    const char* moduleName;  // the fallback, loaded by name
+    HMODULE module;
+};
+
+// One entry of the viewer, bound on its first call. A failed binding is remembered for the rest
+// of the run and never retried.
+struct HelpEntry {
+    WORD ordinal;
+    FARPROC function;
+    bool failed;
+};
+
+// ---- functions ------------------------------------------------------------------------------
+
+// help/help_viewer.cpp
+void ShowSetupHelp();
+HWND HtmlHelpA(HWND owner, const char* file, UINT command, DWORD_PTR data);
+HWND HtmlHelpW(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data);
+
+// help/viewer_binding.cpp
+// The module path from the default value of classKey: REG_EXPAND_SZ is expanded, other types
+// are taken as they stand. False when the key or value is missing or the path does not fit in
+// kHelpPathCapacity characters, terminator included.
+bool readViewerModulePath(const char* classKey, char* path, std::size_t capacity);
+// The entry's function, binding it (and loading the viewer) on the first call; null when the
+// viewer or the entry cannot be had, now or on an earlier call.
+FARPROC bindHelpEntry(HelpViewer* viewer, HelpEntry* entry);

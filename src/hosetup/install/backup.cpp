@@ -1,0 +1,81 @@
+// An update's backups: the files its backup records name, and the product's four settings files,
+// copied into this run's backup tree before anything is replaced.
+#include "install/install.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "holang.h"
+#include "setupdata/setupdata.h"
+#include "ui/ui.h"
+
+namespace {
+
+struct SettingsFile {
+    bool common;        // in the common data folder, else in the user data folder
+    const char* name;
+};
+
+// In the order they are handled.
+constexpr SettingsFile kSettingsFiles[] = {
+    {true, "hovistrelallusers.ini"},
+    {false, "hovistreluser.ini"},
+    {true, "hovistrelpluginallusers.ini"},
+    {false, "hovistrelpluginuser.ini"},
+};
+
+// Copies one backup record's live file; false when the user cancelled.
+bool copyWithRetry(const char* live, const char* backup)
+{
+    for (int attempt = 1; !CopyFileA(live, backup, FALSE); ++attempt) {
+        char message[kMessageCapacity];
+        HOI_PrintA(message, sizeof message, eAlertErrorText[9], live);
+        const int answer = askAfterFailedCopy(message, attempt);
+        if (answer == kButtonCancel)
+            return false;
+        if (answer == kButtonSkip)
+            break;
+    }
+    return true;
+}
+
+} // namespace
+
+bool BackupFiles()
+{
+    if (!OpenLog())
+        return false;
+    LogBanner("***** Vistrel %s installation: Backing up files, %s *****");
+    for (int i = 0; i < g_setup.fileCount; ++i) {
+        if (g_setup.fileRecords[i].directoryId % 10 != kDirectoryKindBackup)
+            continue;
+        char live[kPathCapacity];
+        char backup[kPathCapacity];
+        const int resolved = resolveDirectoryPath(i, live, backup);
+        if (resolved == kPathTooLong)
+            return false;
+        if (resolved != kPathComposed || !PathExists(live))
+            continue;
+        if (!copyWithRetry(live, backup))
+            return false;
+        // Logged after a skipped copy too: the removal then merely fails to delete it.
+        LogText(backup);
+    }
+    return true;
+}
+
+bool BackupSettingsFiles()
+{
+    if (!OpenLog())
+        return false;
+    LogBanner("***** Vistrel %s installation: Backing up Vistrel INI files, %s *****");
+    for (const SettingsFile& file : kSettingsFiles) {
+        char live[kPathCapacity];
+        char backup[kPathCapacity];
+        HOI_CopyA(live, sizeof live, file.common ? g_setup.commonDataFolder : g_setup.userDataFolder, file.name);
+        HOI_CopyA(backup, sizeof backup, g_setup.backupFolder, eRelativePaths[file.common ? 7 : 10], file.name);
+        if (!PathExists(live))
+            continue;
+        CopyPlainFile(live, backup);    // its alert names both paths; the update goes on
+        LogText(backup);
+    }
+    return true;
+}

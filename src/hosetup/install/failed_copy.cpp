@@ -1,0 +1,24 @@
+// What happens after a file could not be copied or unpacked: a person chooses retry, skip or
+// cancel; a silent run, which nobody watches, retries the same file at most three times in all,
+// one second apart, and then cancels, so the run ends with a failure code rather than hanging
+// or reporting success with a file missing.
+#include "install/install.h"
+#include "shell/shell.h"
+#include "ui/ui.h"
+
+namespace {
+
+constexpr int kSilentAttempts = 3;
+constexpr DWORD kSilentRetryDelayMs = 1000;
+
+} // namespace
+
+int askAfterFailedCopy(const char* message, int attempt)
+{
+    if (!g_setup.optionSilent)
+        return AlertThreeWay(g_setup.mainWindow, message);
+    if (attempt >= kSilentAttempts)
+        return kButtonCancel;
+    Sleep(kSilentRetryDelayMs);
+    return kButtonRetryFile;
+}

@@ -1,0 +1,295 @@
+// File and folder primitives the installation and the removal stand on: each is one system call
+// or a short loop of them with a fixed rule for success. The empty (zero) handle means no file:
+// every handle operation fails for it without calling the system.
+#include "install/install.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "holang.h"
+#include "ui/ui.h"
+
+#include <io.h>
+#include <cstring>
+
+namespace {
+
+bool isSeparator(char c)
+{
+    return c == '\\' || c == '/';
+}
+
+// Length of the root of a folder path with its closing separator ("C:\" is 3, "\\srv\share\" is
+// the position after the share's backslash), or 0 when the path has no valid root.
+std::size_t rootLength(const char* path)
+{
+    if (path[0] == '\\' && path[1] == '\\') {
+        std::size_t i = 2;
+        const std::size_t server = i;
+        while (path[i] && !isSeparator(path[i]))
+            ++i;
+        if (i == server || !isSeparator(path[i]))
+            return 0;
+        const std::size_t share = ++i;
+        while (path[i] && !isSeparator(path[i]))
+            ++i;
+        if (i == share || !isSeparator(path[i]))
+            return 0;
+        return i + 1;
+    }
+    if (path[0] != '\0' && path[1] == ':' && path[2] == '\\')
+        return 3;
+    return 0;
+}
+
+} // namespace
+
+bool PathExists(const char* path)
+{
+    return _access(path, 0) == 0;
+}
+
+bool DeleteFileAt(const char* path)
+{
+    return DeleteFileA(path) != FALSE;
+}
+
+bool RemoveFolder(const char* folder)
+{
+    if (!IsFolderPath(folder))
+        return false;
+    char path[kPathCapacity];
+    HOI_CopyA(path, sizeof path, folder);
+    HOI_PathA(path, sizeof path);
+    return RemoveDirectoryA(path) != FALSE;
+}
+
+bool OpenForReading(HANDLE* file, const char* path)
+{
+    HANDLE handle = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
+    *file = handle == INVALID_HANDLE_VALUE ? nullptr : handle;
+    return *file != nullptr;
+}
+
+bool CreateForWriting(HANDLE* file, const char* path)
+{
+    HANDLE handle = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_ARCHIVE, nullptr);
+    *file = handle == INVALID_HANDLE_VALUE ? nullptr : handle;
+    return *file != nullptr;
+}
+
+bool CreateFolder(const char* folder)
+{
+    if (PathExists(folder))
+        return true;
+    char path[kPathCapacity];
+    HOI_CopyA(path, sizeof path, folder);
+    HOI_PathA(path, sizeof path);
+    return CreateDirectoryA(path, nullptr) != FALSE;
+}
+
+bool OpenForAppending(HANDLE* file, const char* path)
+{
+    if (PathExists(path)) {
+        HANDLE handle = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+        *file = handle == INVALID_HANDLE_VALUE ? nullptr : handle;
+    } else {
+        CreateForWriting(file, path);
+    }
+    if (!*file)
+        return false;
+    return Seek(*file, 0, 2);
+}
+
+std::uint64_t GetSize(HANDLE file)
+{
+    if (!file)
+        return 0;
+    DWORD high = 0;
+    const DWORD low = GetFileSize(file, &high);
+    if (low == INVALID_FILE_SIZE && GetLastError() != NO_ERROR)
+        return 0;
+    return (static_cast<std::uint64_t>(high) << 32) | low;
+}
+
+std::uint32_t ReadBytes(HANDLE file, void* buffer, std::uint32_t count)
+{
+    DWORD read = 0;
+    if (!file || !ReadFile(file, buffer, count, &read, nullptr))
+        return 0;
+    return read;
+}
+
+std::uint32_t WriteBytes(HANDLE file, const void* buffer, std::uint32_t count)
+{
+    DWORD written = 0;
+    if (!file || !WriteFile(file, buffer, count, &written, nullptr))
+        return 0;
+    return written;
+}
+
+bool Seek(HANDLE file, std::int64_t distance, int origin)
+{
+    if (!file)
+        return false;
+    LARGE_INTEGER move;
+    move.QuadPart = distance;
+    const DWORD method = origin == 0 ? FILE_BEGIN : origin == 1 ? FILE_CURRENT : FILE_END;
+    return SetFilePointerEx(file, move, nullptr, method) != FALSE;
+}
+
+bool ReadTextLine(HANDLE file, char* buffer, std::size_t capacity)
+{
+    std::size_t length = 0;
+    HOI_InitA(buffer);
+    for (;;) {
+        char c;
+        if (length >= capacity || ReadBytes(file, &c, 1) != 1) {
+            // End of file, a read error or a full buffer: no line.
+            buffer[0] = '\0';
+            return false;
+        }
+        buffer[length++] = c;
+        const bool lineEnd = c == '\r' || c == '\n';
+        if (length >= 3 && lineEnd && (buffer[length - 2] == '\r' || buffer[length - 2] == '\n')) {
+            // A pair of line-end bytes ends a line; an empty or blank-led line is skipped.
+            if ((buffer[0] & ~0x20) != 0) {
+                buffer[length - 2] = '\0';
+                return true;
+            }
+            length = 0;
+            buffer[0] = '\0';
+        }
+    }
+}
+
+bool WriteLogLine(HANDLE file, const char* text, std::size_t length)
+{
+    if (!file)
+        return false;
+    // Room for the text, CR LF and the terminator the formatter leaves behind.
+    HGLOBAL block = GlobalAlloc(GMEM_FIXED, length + 3);
+    if (!block)
+        return false;
+    char* line = static_cast<char*>(block);
+    HOI_PrintA(line, length + 3, "%s\r\n", text);
+    const std::uint32_t written = WriteBytes(file, line, static_cast<std::uint32_t>(length + 2));
+    GlobalFree(block);
+    return written == length + 2;
+}
+
+bool CloseFile(HANDLE file)
+{
+    if (!file)
+        return false;
+    return CloseHandle(file) != FALSE;
+}
+
+bool IsFolderPath(const char* path)
+{
+    char copy[kPathCapacity];
+    HOI_CopyA(copy, sizeof copy, path);
+    HOI_PathA(copy, sizeof copy);
+    const std::size_t root = rootLength(copy);
+    if (root == 0 || copy[root] == '\0')
+        return false;           // no root, or nothing after it ("C:\" alone)
+    for (std::size_t i = root; copy[i]; ++i) {
+        if (isSeparator(copy[i]) && isSeparator(copy[i - 1]))
+            return false;       // an empty element
+    }
+    return true;
+}
+
+// On failure parent keeps what it held, so a caller may compute the parent into the buffer that
+// holds the path and act on the same path again when there is none.
+bool ParentFolder(const char* path, char* parent, std::size_t capacity)
+{
+    if (!IsFolderPath(path))
+        return false;
+    char copy[kPathCapacity];
+    HOI_CopyA(copy, sizeof copy, path);
+    HOI_PathA(copy, sizeof copy);
+    const std::size_t length = std::strlen(copy);
+    if (length < 2)
+        return false;
+    std::size_t n = length - 2;
+    if (n == 0 || n > 258)
+        return false;
+    while (!isSeparator(copy[n])) {
+        if (n <= 5)
+            return false;
+        --n;
+    }
+    if (n < 5)
+        return false;
+    copy[n + 1] = '\0';
+    HOI_CopyA(parent, capacity, copy);
+    return true;
+}
+
+void StripTrailingSeparator(char* path)
+{
+    const std::size_t length = std::strlen(path);
+    if (length > 0 && isSeparator(path[length - 1]))
+        path[length - 1] = '\0';
+}
+
+void FolderOfPath(const char* path, char* folder, std::size_t capacity)
+{
+    getFolderOfPath(path, folder, capacity);
+}
+
+bool CreateFolderChain(const char* path, bool logIt)
+{
+    char folder[kPathCapacity];
+    HOI_CopyA(folder, sizeof folder, path);
+    HOI_PathA(folder, sizeof folder);
+    const std::size_t root = IsFolderPath(folder) ? rootLength(folder) : 0;
+    if (root == 0) {
+        char message[kMessageCapacity];
+        HOI_PrintA(message, sizeof message, eMessageText[5], folder);
+        AlertError(g_setup.mainWindow, message);
+        return false;
+    }
+    char level[kPathCapacity];
+    for (std::size_t i = root; folder[i]; ++i) {
+        if (!isSeparator(folder[i]))
+            continue;
+        HOI_CopyPartA(level, sizeof level, folder, i + 1);
+        if (logIt && g_setup.logFile && !PathExists(level)) {
+            char line[kMessageCapacity];
+            const std::size_t length = HOI_PrintA(line, sizeof line, "#%s", level);
+            WriteLogLine(g_setup.logFile, line, length);
+        }
+        CreateFolder(level);
+    }
+    return true;
+}
+
+void DeleteFolderTree(const char* folder)
+{
+    char pattern[kPathCapacity];
+    HOI_CopyA(pattern, sizeof pattern, folder);
+    HOI_PathA(pattern, sizeof pattern);
+    char base[kPathCapacity];
+    HOI_CopyA(base, sizeof base, pattern);
+    HOI_JoinA(pattern, sizeof pattern, "*.*");
+
+    WIN32_FIND_DATAA found;
+    HANDLE search = FindFirstFileA(pattern, &found);
+    if (search != INVALID_HANDLE_VALUE) {
+        do {
+            if (HOI_EqualA(found.cFileName, ".") || HOI_EqualA(found.cFileName, ".."))
+                continue;
+            char path[kPathCapacity];
+            HOI_CopyA(path, sizeof path, base, found.cFileName);
+            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+                DeleteFolderTree(path);
+            else
+                DeleteFileA(path);
+        } while (FindNextFileA(search, &found));
+        FindClose(search);
+    }
+    RemoveFolder(base);
+}

@@ -1,0 +1,147 @@
+// The installation sequence: data file, earlier installation, start page, the steps under the
+// progress window, finish page, and the product started if the user asked for it. To stop means
+// to return false at once; nothing is rolled back, and the log records what was done so that a
+// removal can clear it.
+#include "install/install.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "holang.h"
+#include "registry/registry.h"
+#include "setupdata/setupdata.h"
+#include "ui/ui.h"
+
+#include <shellapi.h>
+
+namespace {
+
+constexpr char kDataFileMember[] = "_000000_";
+constexpr char kEarliestCompileDate[] = "2003-04-01";
+
+// The pacing loops do no work: they move the bar and give the user a chance to cancel between
+// the stages. Their bounds and sleeps are part of how the installation looks.
+bool pace(int from, int to, int step, DWORD sleepMs)
+{
+    for (int p = from; p <= to; p += step) {
+        if (!SetProgress(p, 100))
+            return false;
+        Sleep(sleepMs);
+    }
+    return true;
+}
+
+// An earlier installation that is newer than this package, or older than any this program can
+// update, stops the run.
+bool earlierInstallationAllowsUpdate()
+{
+    if (!DetectEarlierInstallation())
+        return true;
+    if (g_setup.laterVersionInstalled) {
+        if (!g_setup.optionSilent)
+            AlertError(g_setup.mainWindow, eMessageText[19]);
+        return false;
+    }
+    if (HOI_CompareA(g_setup.previousCompileDate, kEarliestCompileDate) < 0) {
+        if (!g_setup.optionSilent)
+            AlertError(g_setup.mainWindow, eMessageText[24]);
+        return false;
+    }
+    return true;
+}
+
+// A standard installation into a folder that already holds this program asks once.
+bool confirmInstallOverExisting()
+{
+    if (g_setup.updateInstall || g_setup.optionSilent)
+        return true;
+    char program[kPathCapacity];
+    HOI_CopyA(program, sizeof program, g_setup.installFolder, "hosetup.exe");
+    if (!PathExists(program))
+        return true;
+    return AlertRetryCancelDefaultCancel(g_setup.mainWindow, eMessageText[32]) != kButtonCancel;
+}
+
+void startProduct()
+{
+    char program[kPathCapacity];
+    HOI_CopyA(program, sizeof program, g_setup.installFolder, "hovistrel.exe");
+    ShellExecuteA(nullptr, nullptr, program, nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+// Prepares the update's backup tree, or clears the standard installation's old log.
+bool prepareBackupsOrLog()
+{
+    if (g_setup.updateInstall) {
+        NameBackupFolder();
+        return CreateBackupDirectories();
+    }
+    char log[kPathCapacity];
+    HOI_CopyA(log, sizeof log, g_setup.commonDataFolder, "hosetup.log");
+    DeleteFileAt(log);
+    return true;
+}
+
+} // namespace
+
+bool RunInstallation()
+{
+    char dataFile[kPathCapacity];
+    HOI_CopyA(dataFile, sizeof dataFile, g_setup.sourceFolder, kDataFileMember);
+    if (!readSetupDataFile(dataFile))
+        return false;
+    if (!earlierInstallationAllowsUpdate())
+        return false;
+    if (!ShowInstallStartPage(g_setup.mainWindow))
+        return false;
+    if (!confirmInstallOverExisting())
+        return false;
+    if (!checkAllFreeSpace())
+        return false;
+
+    ShowProgressStage(true, 0, 0, 0);
+    if (g_setup.logFile) {
+        CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+    }
+    if (!SetProgress(10, 100))
+        return false;
+    if (!prepareBackupsOrLog())
+        return false;
+    if (!pace(20, 39, 1, 50))
+        return false;
+    if (!CreateDirectories())
+        return false;
+    if (g_setup.updateInstall) {
+        if (!pace(40, 89, 1, 50))
+            return false;
+        BackupSettingsFiles();
+        if (!pace(90, 100, 1, 50))
+            return false;
+    } else if (!pace(40, 100, 1, 50)) {
+        return false;
+    }
+
+    ShowProgressStage(true, 1, 0, 0);
+    if (g_setup.updateInstall && !BackupFiles())
+        return false;
+    if (!CopyFiles())
+        return false;
+
+    ShowProgressStage(true, 2, 0, 0);
+    if (g_setup.updateInstall)
+        RegisterUpdateInstallation();
+    else
+        RegisterStandardInstallation();
+    RecordCompileDate();
+    if (!pace(0, 100, 2, 40))
+        return false;
+
+    ShowProgressStage(true, 3, 0, 0);
+    if (g_setup.shortcutCount > 0)
+        CreateShortcuts();
+
+    ShowProgressStage(false, 0, 0, 0);
+    ShowInstallFinishPage(g_setup.mainWindow);
+    if (g_setup.launchAfterFinish && !g_setup.optionSilent)
+        startProduct();
+    return true;
+}

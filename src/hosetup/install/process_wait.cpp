@@ -1,0 +1,52 @@
+// Long waits that keep the window alive: while the unpacker runs or a large file is copied, the
+// one GUI thread keeps dispatching window messages, so the progress window repaints and its
+// cancel button is heard (the question itself comes at the next progress report).
+#include "install/install.h"
+#include "shell/shell.h"
+
+void pumpWindowMessages()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            // Leave the quit message for the main loop.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (g_setup.progressDialog && IsDialogMessageA(g_setup.progressDialog, &message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+bool waitForProcessPumping(HANDLE process, DWORD* exitCode)
+{
+    for (;;) {
+        const DWORD woken = MsgWaitForMultipleObjects(1, &process, FALSE, INFINITE, QS_ALLINPUT);
+        if (woken == WAIT_OBJECT_0)
+            break;
+        if (woken != WAIT_OBJECT_0 + 1)
+            return false;       // the wait itself failed
+        pumpWindowMessages();
+    }
+    return GetExitCodeProcess(process, exitCode) != FALSE;
+}
+
+namespace {
+
+DWORD CALLBACK pumpWhileCopying(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD, DWORD,
+                                HANDLE, HANDLE, LPVOID)
+{
+    pumpWindowMessages();
+    return PROGRESS_CONTINUE;
+}
+
+} // namespace
+
+bool copyFilePumping(const char* source, const char* target, bool failIfExists)
+{
+    BOOL cancel = FALSE;
+    return CopyFileExA(source, target, pumpWhileCopying, nullptr, &cancel,
+                       failIfExists ? COPY_FILE_FAIL_IF_EXISTS : 0) != FALSE;
+}

@@ -1,0 +1,148 @@
+// Deletion of what the setup log names: every file any installation recorded, then the recorded
+// folders, deepest first, as far as they have become empty. Nothing outside the log is touched.
+#include "remove/remove.h"
+#include "install/install.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "ui/ui.h"
+
+namespace {
+
+// What a line of the log stands for, told by its first character.
+enum class LineKind {
+    Banner,   // "*": a banner or the "Skipped file" marker
+    Folder,   // "#": a created folder, with its closing backslash
+    File,     // anything else, the path after a "Skipped file" marker too
+};
+
+constexpr char kLogName[] = "hosetup.log";
+constexpr int kLogAlertKind = 12;
+// The counting pass moves the bar once for every ten counted lines and reaches the end of its
+// stage after this many lines.
+constexpr int kCountedLinesForFullBar = 500;
+constexpr int kLinesPerReport = 10;
+constexpr int kCountingFloor = 10;
+
+LineKind classify(const char* line)
+{
+    if (line[0] == '*')
+        return LineKind::Banner;
+    if (line[0] == '#')
+        return LineKind::Folder;
+    return LineKind::File;
+}
+
+bool rewind(const char* logPath)
+{
+    if (Seek(g_setup.logFile, 0, 0))
+        return true;
+    ShowFileAlert(g_setup.mainWindow, logPath, kLogAlertKind);
+    return false;
+}
+
+// One step of the work units; the bar moves once for every ten of them.
+bool countUnit(std::int64_t* reported)
+{
+    ++g_setup.bytesDonePacked;
+    if (static_cast<std::int64_t>(g_setup.bytesDonePacked / kLinesPerReport) <= *reported)
+        return true;
+    ++*reported;
+    return SetProgress(static_cast<std::int64_t>(g_setup.bytesDonePacked),
+                       static_cast<std::int64_t>(g_setup.bytesTotalPacked));
+}
+
+// Percent of the counting pass's bar after `counted` lines: 10 at least, 100 from 500 lines on.
+int countingProgress(int counted)
+{
+    int percent = static_cast<int>(roundHalfAwayFromZero(counted * 100.0 / kCountedLinesForFullBar));
+    if (percent < kCountingFloor)
+        percent = kCountingFloor;
+    if (percent > 100)
+        percent = 100;
+    return percent;
+}
+
+} // namespace
+
+bool countLogLines(HANDLE log, LogLineCount* count)
+{
+    *count = LogLineCount{};
+    char line[kPathCapacity];
+    while (ReadTextLine(log, line, sizeof line)) {
+        if (count->counted / kLinesPerReport > count->reports) {
+            count->lastPercent = countingProgress(count->counted);
+            if (!SetProgress(count->lastPercent, 100))
+                return false;
+            ++count->reports;
+        }
+        const LineKind kind = classify(line);
+        if (kind != LineKind::Banner)
+            ++count->counted;
+        if (kind == LineKind::Folder)
+            ++count->folders;
+    }
+    return true;
+}
+
+bool RemoveLoggedFiles()
+{
+    if (g_setup.logFile) {
+        CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+    }
+    char logPath[kPathCapacity];
+    HOI_CopyA(logPath, sizeof logPath, g_setup.commonDataFolder, kLogName);
+    if (!OpenForReading(&g_setup.logFile, logPath)) {
+        g_setup.logFile = nullptr;
+        ShowFileAlert(g_setup.mainWindow, logPath, kLogAlertKind);
+        return false;
+    }
+    if (!SetProgress(5, 100))
+        return false;
+
+    // Counting pass: how much there is to do, so that the deletion's bar is true.
+    LogLineCount count;
+    if (!countLogLines(g_setup.logFile, &count))
+        return false;
+    if (!SetProgress(100, 100))
+        return false;
+
+    g_setup.bytesDonePacked = 0;
+    g_setup.bytesTotalPacked = static_cast<std::uint64_t>(count.counted + count.folders);
+    ShowProgressStage(true, 5, 0, 0);
+    if (!rewind(logPath))
+        return false;
+
+    // File pass, in the log's order. A file an installation kept (after a "Skipped file" marker)
+    // is the product's too and goes with the rest.
+    std::int64_t unitsReported = 0;
+    while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
+        if (classify(line) != LineKind::File)
+            continue;
+        if (!countUnit(&unitsReported))
+            return false;
+        DeleteFileAt(line);
+    }
+    if (count.folders == 0)
+        return true;
+
+    // Folder passes. The log lists each chain of created folders shortest first, so one pass
+    // fails on every parent whose child is still there; each further pass takes one more level.
+    // A folder that stays because the user's files are in it keeps the passes going, bounded by
+    // the number of folder lines.
+    for (int pass = 0;; ++pass) {
+        if (!rewind(logPath))
+            return false;
+        bool found = false;
+        while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
+            if (classify(line) != LineKind::Folder || !PathExists(line + 1))
+                continue;
+            found = true;
+            RemoveFolder(line + 1);
+        }
+        if (!countUnit(&unitsReported))
+            return false;
+        if (!found || pass + 1 >= count.folders)
+            return true;
+    }
+}

@@ -1,0 +1,149 @@
+// The removal sequence: data file, the setup log's files and folders, the log, the empty data
+// and document folders, the registry, the program's own files at the next restart, and the
+// links. To stop means to return false at once; what was deleted stays deleted.
+#include "remove/remove.h"
+#include "install/install.h"
+#include "registry/registry.h"
+#include "setupdata/setupdata.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "holang.h"
+#include "ui/ui.h"
+
+namespace {
+
+constexpr int kNoInstallationMessage = 9;
+constexpr DWORD kDeleteAtRestart = MOVEFILE_REPLACE_EXISTING | MOVEFILE_DELAY_UNTIL_REBOOT;
+// The program's own files in the installation folder: they are in use while the removal runs,
+// so the system deletes them at the next restart.
+constexpr const char* kProgramFiles[] = {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe"};
+// The closing run of the bar: 51 reports 40 ms apart, about two seconds and a last chance to
+// cancel. It does no work.
+constexpr int kPacingStep = 2;
+constexpr DWORD kPacingSleepMs = 40;
+
+void scheduleDeletion(const char* path)
+{
+    MoveFileExA(path, nullptr, kDeleteAtRestart);
+}
+
+// Removes folder, then computes its parent into the same buffer. When there is no parent the
+// buffer keeps the folder and the caller's next step simply acts on it once more.
+void removeFolderAndStepUp(char* folder)
+{
+    RemoveFolder(folder);
+    ParentFolder(folder, folder, kPathCapacity);
+}
+
+// The log, the data folders and their parents; only empty folders go.
+void removeLogAndDataFolders()
+{
+    char path[kPathCapacity];
+    HOI_CopyA(path, sizeof path, g_setup.commonDataFolder, "hosetup.log");
+    DeleteFileAt(path);
+    HOI_CopyA(path, sizeof path, g_setup.installFolder, "hosetup.log");
+    DeleteFileAt(path);
+
+    char folder[kPathCapacity] = "";
+    HOI_CopyA(folder, sizeof folder, g_setup.commonDataFolder);
+    removeFolderAndStepUp(folder);
+    RemoveFolder(folder);
+    HOI_CopyA(folder, sizeof folder, g_setup.userDataFolder);
+    removeFolderAndStepUp(folder);
+    RemoveFolder(folder);
+}
+
+// The product's document subfolders, the documents folder and its parent; a drawing of the
+// user's keeps its folder and every folder above it.
+void removeDocumentFolders()
+{
+    char folder[kPathCapacity];
+    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[2]);
+    RemoveFolder(folder);
+    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[3]);
+    RemoveFolder(folder);
+    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[1]);
+    RemoveFolder(folder);
+    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder);
+    removeFolderAndStepUp(folder);
+    RemoveFolder(folder);
+}
+
+void scheduleRestartDeletions()
+{
+    char path[kPathCapacity];
+    for (const char* name : kProgramFiles) {
+        HOI_CopyA(path, sizeof path, g_setup.installFolder, name);
+        scheduleDeletion(path);
+    }
+    // The folder and then its parent: a folder directly under a drive root has no parent that
+    // can be computed, so it is scheduled twice, which is harmless.
+    HOI_CopyA(path, sizeof path, g_setup.installFolder);
+    StripTrailingSeparator(path);
+    scheduleDeletion(path);
+    HOI_CopyA(path, sizeof path, g_setup.installFolder);
+    ParentFolder(path, path, sizeof path);
+    StripTrailingSeparator(path);
+    scheduleDeletion(path);
+}
+
+bool installationRecorded()
+{
+    if (DetectEarlierInstallation())
+        return true;
+    if (!g_setup.optionSilent)
+        AlertNotice(g_setup.mainWindow, eMessageText[kNoInstallationMessage]);
+    return false;
+}
+
+bool paceClosingRun()
+{
+    for (int value = 0; value <= 100; value += kPacingStep) {
+        if (!SetProgress(value, 100))
+            return false;
+        Sleep(kPacingSleepMs);
+    }
+    return true;
+}
+
+} // namespace
+
+bool RunRemoval()
+{
+    char dataFile[kPathCapacity];
+    HOI_CopyA(dataFile, sizeof dataFile, g_setup.installFolder, "hosetup.dat");
+    if (!readSetupDataFile(dataFile))
+        return false;
+    if (!installationRecorded())
+        return false;
+    if (!ShowRemoveStartPage(g_setup.mainWindow))
+        return false;
+
+    ShowProgressStage(true, 4, 0, 0);
+    if (!RemoveLoggedFiles())
+        return false;
+    if (g_setup.logFile) {
+        CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+    }
+
+    ShowProgressStage(true, 6, 0, 0);
+    removeLogAndDataFolders();
+    if (!SetProgress(10, 100))
+        return false;
+    removeDocumentFolders();
+    RemoveRegistryEntries();   // a cancellation in it cuts only the clean-up short
+    scheduleRestartDeletions();
+    if (!SetProgress(100, 100))
+        return false;
+
+    ShowProgressStage(true, 7, 0, 0);
+    RemoveShortcuts();
+    if (!paceClosingRun())
+        return false;
+    // Deleted desktop links vanish at once instead of at the desktop's next repaint.
+    RedrawWindow(nullptr, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);
+    ShowProgressStage(false, 0, 0, 0);
+    ShowRemoveFinishPage(g_setup.mainWindow);
+    return true;
+}

@@ -1,0 +1,123 @@
+// The one process-wide record of a setup run. It lives in static storage, is zero-filled at entry
+// and is read and written by every subsystem through the names below. Text fields are fixed ANSI
+// arrays written only through the bounded string family; every folder field ends in a backslash
+// once set, and "*" in a folder field means "not known yet, take the default".
+#pragma once
+
+#include <windows.h>
+#include <cstdint>
+
+#include "setupdata/data_format.h"
+
+// ---- constants ------------------------------------------------------------------------------
+
+constexpr std::size_t kPathCapacity = 260;
+constexpr std::size_t kTextCapacity = 256;
+constexpr std::size_t kMessageCapacity = 760;
+constexpr std::size_t kRegistryKeyCapacity = 1024;
+constexpr std::size_t kLanguageInfoSize = 68;
+
+// Process exit codes.
+constexpr std::uint32_t kExitSuccess = 0;   // the run finished
+constexpr std::uint32_t kExitLeftAtStart = 1; // the user left the first page
+constexpr std::uint32_t kExitFailure = 2;   // the run or the start-up failed
+constexpr std::uint32_t kExitProductRunning = 3; // set by the welcome/start pages while the product runs
+
+// ---- types ----------------------------------------------------------------------------------
+
+// The fields come in three groups, each cleared as one block at entry (see clearSetupState):
+// group 1 runs from instance to aboutFont, group 2 from programFolder to fileRecords, group 3
+// from previousCompileDate to shortcutRecords.
+struct SetupState {
+    // Group 1: handles.
+    HINSTANCE instance;
+    HMODULE languageModule;
+    HANDLE logFile;            // 0 when no log is open
+    HWND mainWindow;
+    HWND progressDialog;       // 0 when no progress window exists
+    HBITMAP splashBitmap;
+    std::uint32_t splashWidth;
+    std::uint32_t splashHeight;
+    HCURSOR arrowCursor;
+    HCURSOR waitCursor;
+    HFONT aboutFont;
+
+    // Group 2: program and run.
+    char programFolder[kPathCapacity];
+    unsigned char languageInfo[kLanguageInfoSize]; // filled by the language module only
+    std::uint32_t* fileFlags;  // fileCount + 1 slots
+    std::uint32_t exitCode;
+    int screenWidth;
+    int screenHeight;
+    int colourDepth;
+    int dpiX;
+    int dpiY;
+    double scale;              // (dpiX + dpiY) / 192
+    unsigned char optionSilent;
+    unsigned char optionRemove;
+    unsigned char optionPerUser;
+    char productText[kTextCapacity];
+    char packageCompileDate[kTextCapacity];
+    char registryKey[kRegistryKeyCapacity];
+    char productFolderWord[kPathCapacity];
+    SetupDataHeader* headerBuffer; // kSetupHeaderBlockSize bytes
+    FileRecord* fileRecords;       // fileCount + 1 records
+
+    // Group 3: folders and counters.
+    char previousCompileDate[kTextCapacity];
+    char tempFolder[kPathCapacity];
+    char sourceFolder[kPathCapacity];
+    char backupFolder[kPathCapacity];
+    char installFolder[kPathCapacity];
+    char commonDataFolder[kPathCapacity];
+    char userDataFolder[kPathCapacity];
+    char documentsFolder[kPathCapacity];
+    char settingFolder[kPathCapacity];
+    char drawingFolder[kPathCapacity];
+    char libraryFolder[kPathCapacity];
+    char progressText[kMessageCapacity];
+    unsigned char updateInstall;
+    unsigned char installFolderDefault;
+    unsigned char drawingFolderDefault;
+    unsigned char libraryFolderDefault;
+    unsigned char settingFolderDefault;
+    unsigned char commonDataFolderDefault;
+    unsigned char userDataFolderDefault;
+    unsigned char documentsFolderDefault;
+    // Wizard and run choices, reset to 0, 0, 1, 0 in this order.
+    unsigned char launchAfterFinish; // the install finish page's check box
+    unsigned char replaceAll;        // the replace query was answered "replace all"
+    unsigned char startOption;       // carried through the install start page
+    unsigned char cancelRequested;   // the progress window's cancel button was clicked
+    // Counts of the data file and the copy step's file counters, cleared together.
+    std::int32_t fileCount;
+    std::int32_t shortcutCount;
+    std::int32_t filesToTransfer;
+    std::int32_t filesDone;
+    // Further run counters.
+    std::uint64_t bytesTotalInstalled;
+    std::uint64_t bytesTotalPacked;
+    std::uint64_t bytesDonePacked;
+    std::uint32_t progressStage;
+    std::int64_t progressValue;
+    std::int64_t progressTotal;
+    unsigned char logCarriedOver;
+    unsigned char laterVersionInstalled;
+    unsigned char perUser;
+    ShortcutRecord* shortcutRecords; // shortcutCount + 1 records
+
+    // Kept outside the groups: group 2's clearing leaves it, the entry point clears it itself.
+    unsigned char optionSourceFolder;
+};
+
+extern SetupState g_setup;
+
+// ---- functions ------------------------------------------------------------------------------
+
+// shell/setup_state.cpp
+void clearSetupState();
+bool initialiseSetup();
+void resetSetupState();
+void exitSetup();
+bool getFolderOfPath(const char* path, char* folder, std::size_t folderCapacity);
+long roundHalfAwayFromZero(double value);   // every design size times scale goes through this

@@ -1,0 +1,183 @@
+// The modeless progress window. The whole run works on the one GUI thread, so SetProgress is
+// also the program's message pump while work is going on: each call empties the queue, moves
+// the bar and, if the cancel button was clicked since the last call, asks whether to stop.
+#include "ui/ui.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "holang.h"
+
+#include <commctrl.h>
+
+namespace {
+
+struct StageBand {
+    int text;      // eMessageText entry, or -1 for none
+    int start;
+    int end;
+};
+
+constexpr StageBand kStages[] = {
+    {4, 0, 1000},   {11, 1000, 7000}, {21, 7000, 8000}, {26, 8000, 10000},
+    {22, 0, 1000},  {12, 1000, 7000}, {23, 7000, 8500}, {25, 8500, 10000},
+};
+constexpr StageBand kUnknownStage = {-1, 0, kProgressRange};
+constexpr std::uint32_t kFirstRemovalStage = 4;
+constexpr std::uint32_t kLastRemovalStage = 7;
+constexpr int kInstallCancelQuestion = 2;
+constexpr int kRemovalCancelQuestion = 17;
+
+// A fraction this close to 1 is shown as complete only once the last unit has been reported.
+constexpr double kAlmostComplete = 0.9999;
+
+const StageBand& bandOf(std::uint32_t stage)
+{
+    return stage < sizeof kStages / sizeof kStages[0] ? kStages[stage] : kUnknownStage;
+}
+
+void setBar(HWND dialog, std::int64_t value, std::int64_t total)
+{
+    HWND bar = GetDlgItem(dialog, IDC_PROGRESS_BAR);
+    SendMessageA(bar, PBM_SETRANGE32, 0, kProgressRange);
+    SendMessageA(bar, PBM_SETPOS, progressBarPosition(g_setup.progressStage, value, total), 0);
+}
+
+void refreshControls(HWND dialog)
+{
+    InvalidateRect(GetDlgItem(dialog, IDC_MAIN_TEXT), nullptr, FALSE);
+    InvalidateRect(GetDlgItem(dialog, IDCANCEL), nullptr, FALSE);
+}
+
+INT_PTR CALLBACK progressProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    switch (message) {
+    case WM_INITDIALOG:
+        setDialogIcon(dialog);
+        SetWindowTextA(dialog, eApplicationName);
+        SetDlgItemTextA(dialog, IDC_MAIN_TEXT, g_setup.progressText);
+        layoutProgressWindow(dialog);
+        setBar(dialog, g_setup.progressValue, g_setup.progressTotal);
+        SetFocus(GetDlgItem(dialog, IDC_MAIN_TEXT));
+        return FALSE;
+    case WM_ERASEBKGND:
+        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
+            return FALSE;
+        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
+        return TRUE;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+        return reinterpret_cast<INT_PTR>(
+            dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
+    case WM_SYSCOMMAND:
+        refreshControls(dialog);
+        return FALSE;
+    case WM_COMMAND:
+        // The question is asked by the next SetProgress, on the work's own stack, never here:
+        // answering it must be able to stop the work, which only SetProgress's result can do.
+        if (LOWORD(wParam) == IDCANCEL) {
+            g_setup.cancelRequested = 1;
+            return TRUE;
+        }
+        return FALSE;
+    case WM_DESTROY:
+        forgetDialogSkin(dialog);
+        return FALSE;
+    }
+    return FALSE;
+}
+
+// Takes every pending message of the thread. A quit message is put back for the main loop.
+void pumpMessages()
+{
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        if (g_setup.progressDialog && IsDialogMessageA(g_setup.progressDialog, &message))
+            continue;
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+}
+
+} // namespace
+
+int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total)
+{
+    const StageBand& band = bandOf(stage);
+    if (total < 1)
+        return band.start;
+    double fraction = static_cast<double>(value) / static_cast<double>(total);
+    if (fraction > 1.0)
+        fraction = 1.0;
+    if (fraction < 0.0)
+        fraction = 0.0;
+    if (fraction > kAlmostComplete && value < total)
+        return band.end - 1;
+    return static_cast<int>(roundHalfAwayFromZero(band.start + (band.end - band.start) * fraction));
+}
+
+bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total)
+{
+    if (!show) {
+        if (g_setup.progressDialog) {
+            DestroyWindow(g_setup.progressDialog);
+            g_setup.progressDialog = nullptr;
+            g_setup.cancelRequested = 0;
+        }
+        return true;
+    }
+
+    g_setup.progressStage = stage;
+    HOI_CopyA(g_setup.progressText, sizeof g_setup.progressText, "");
+    const StageBand& band = bandOf(stage);
+    if (band.text >= 0)
+        HOI_CopyA(g_setup.progressText, sizeof g_setup.progressText, eMessageText[band.text]);
+    g_setup.progressValue = value;
+    g_setup.progressTotal = total;
+    g_setup.cancelRequested = 0;
+
+    if (g_setup.progressDialog) {
+        HWND text = GetDlgItem(g_setup.progressDialog, IDC_MAIN_TEXT);
+        SetWindowTextA(text, g_setup.progressText);
+        InvalidateRect(text, nullptr, TRUE);
+        UpdateWindow(text);
+    } else {
+        HWND dialog = CreateDialogParamA(g_setup.languageModule, "MAIN_PROGRESS", g_setup.mainWindow, progressProc, 0);
+        if (!dialog) {
+            reportError("DialogAll", kLineProgressWindow, eMessageText[1]);
+            return false;
+        }
+        g_setup.progressDialog = dialog;
+        ShowWindow(dialog, SW_SHOWNORMAL);
+    }
+    SetProgress(0, 0);
+    return true;
+}
+
+bool SetProgress(std::int64_t value, std::int64_t total)
+{
+    if (!g_setup.progressDialog)
+        return false;
+    pumpMessages();
+    // The pump may have run a handler that closed the window.
+    if (!g_setup.progressDialog)
+        return false;
+
+    g_setup.progressValue = value;
+    g_setup.progressTotal = total;
+    setBar(g_setup.progressDialog, value, total);
+    InvalidateRect(g_setup.progressDialog, nullptr, FALSE);
+    UpdateWindow(g_setup.progressDialog);
+
+    if (!g_setup.cancelRequested)
+        return true;
+    g_setup.cancelRequested = 0;
+    // A silent run never waits for an answer: the work goes on.
+    if (g_setup.optionSilent)
+        return true;
+    const bool removal = g_setup.progressStage >= kFirstRemovalStage && g_setup.progressStage <= kLastRemovalStage;
+    const int question = removal ? kRemovalCancelQuestion : kInstallCancelQuestion;
+    return AlertQuestion(g_setup.mainWindow, eMessageText[question]) != kButtonYes;
+}

@@ -1,0 +1,135 @@
+// Interface of the wizard user interface: alert box, replace query, progress window and the six
+// wizard pages. Every dialog comes from a template of the language module and is owned by the
+// main window; a silent run shows none of them but the progress window.
+#pragma once
+
+#include <windows.h>
+#include <cstddef>
+#include "dialog_ids.h"
+#include <cstdint>
+
+// ---- constants ------------------------------------------------------------------------------
+
+// Button codes of the alert box; the caption of code k is eButtonText[k - 1].
+constexpr int kButtonOk = 1;
+constexpr int kButtonCancel = 2;   // the negative answer; Escape and the close box give it
+constexpr int kButtonYes = 3;
+constexpr int kButtonNo = 4;
+constexpr int kButtonContinue = 5;
+constexpr int kButtonRetry = 6;
+constexpr int kButtonRetryFile = 7;
+constexpr int kButtonSkip = 8;
+
+// Replies of the replace query.
+constexpr int kReplaceFile = 30;
+constexpr int kReplaceAll = 31;
+constexpr int kReplaceKeep = 32;
+constexpr int kReplaceCancel = 33;
+
+// Progress bar range and stages (0 to 3 installation, 4 to 7 removal).
+constexpr int kProgressRange = 10000;
+
+// Wizard page results.
+constexpr std::int32_t kPageGoOn = 1;
+constexpr std::int32_t kPageStop = 2;
+
+// Fixed line numbers of the "DialogAll" error reports when a dialog cannot be created.
+constexpr std::uint32_t kLineInstallWelcomePage = 1019;
+constexpr std::uint32_t kLineInstallStartPage = 1150;
+constexpr std::uint32_t kLineInstallFinishPage = 1298;
+constexpr std::uint32_t kLineRemoveWelcomePage = 1416;
+constexpr std::uint32_t kLineRemoveStartPage = 1539;
+constexpr std::uint32_t kLineRemoveFinishPage = 1658;
+constexpr std::uint32_t kLineProgressWindow = 1858;
+constexpr std::uint32_t kLineReplaceQuery = 1957;
+
+constexpr std::size_t kAlertCaptionCapacity = 760;
+constexpr std::size_t kFileAlertCapacity = 2048;
+
+// ---- types ----------------------------------------------------------------------------------
+
+// One per page call, handed to the page's dialog as its creation parameter.
+struct WizardPageState {
+    HWND previousFocus;      // focus goes back here when the page closes
+    unsigned char option;    // the page's check box, in and out
+    std::int32_t result;     // kPageGoOn or kPageStop; anything else counts as stop
+};
+
+// One per replace query; the texts are copies, cut at 759 characters.
+struct ReplaceQueryState {
+    HWND previousFocus;
+    std::int32_t result;
+    char path[760];
+    char existingText[760];
+    char newText[760];
+};
+
+// One per alert. The message text is not copied: the caller keeps it alive.
+struct AlertBoxState {
+    HWND previousFocus;
+    int button1;             // never 0 once filled: a lone cancel button takes code 2
+    int button2;             // 0 = no such button
+    int button3;
+    int defaultButton;       // 1, 2 or 3
+    int result;              // code of the button that closed the box
+    const char* text;
+    char caption1[kAlertCaptionCapacity];
+    char caption2[kAlertCaptionCapacity];
+    char caption3[kAlertCaptionCapacity];
+};
+
+// The look of a dialog, chosen by its layout and used by the background painter.
+enum class DialogSkin { Plain, Banner, Footer };
+
+// ---- functions ------------------------------------------------------------------------------
+
+// ui/dialog_layout.cpp: sizes, fonts, placement and painting shared by every dialog. Every size
+// is a 96-dpi design size times g_setup.scale.
+int scaledSize(int designSize);
+HFONT dialogFont();        // the body font: eDefaultNames[1], 9 pt at the screen's scale
+HFONT dialogTitleFont();   // the banner title
+void centreOverMainWindow(HWND dialog);
+void setDialogIcon(HWND dialog);
+// Measures text in the body font as DrawText wraps it within width pixels; returns the height.
+int measureWrappedText(HWND window, const char* text, int width, int* usedWidth);
+void layoutWizardPage(HWND dialog, bool withCheckBox);
+void layoutProgressWindow(HWND dialog);
+void layoutAlertBox(HWND dialog, const AlertBoxState& state);
+void layoutReplaceQuery(HWND dialog);
+// Background and colours of the skinned dialogs; each returns false/null when it does not
+// handle the request, so the dialog procedure leaves it to the dialog manager.
+bool eraseDialogBackground(HWND dialog, HDC dc);
+HBRUSH dialogControlColour(HWND dialog, HDC dc, HWND control);
+void paintAlertText(const DRAWITEMSTRUCT* item, const char* text);
+void forgetDialogSkin(HWND dialog);
+
+// ui/alert_box.cpp
+int ShowAlert(HWND owner, const char* text, int button1, int button2, int button3, int defaultButton);
+void AlertNotice(HWND owner, const char* text);
+int AlertError(HWND owner, const char* text);
+int AlertButton6(HWND owner, const char* text);
+int AlertButton5(HWND owner, const char* text);
+int AlertRetryCancel(HWND owner, const char* text);
+int AlertRetryCancelDefaultCancel(HWND owner, const char* text);
+int AlertQuestion(HWND owner, const char* text);
+int AlertQuestionDefaultNo(HWND owner, const char* text);
+int AlertThreeWay(HWND owner, const char* text);
+int ShowFileAlert(HWND owner, const char* path, int kind);
+int ShowFileAlert2(HWND owner, const char* first, const char* second, int kind);
+
+// ui/replace_query.cpp
+int AskReplaceFile(HWND owner, const char* path, const char* existingText, const char* newText);
+
+// ui/progress_window.cpp
+bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total);
+bool SetProgress(std::int64_t value, std::int64_t total);
+// Bar position for (value, total) within the band of `stage`: the arithmetic alone.
+int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total);
+
+// ui/wizard_pages.cpp
+bool ShowInstallWelcomePage(HWND owner);
+bool ShowInstallStartPage(HWND owner);
+bool ShowInstallFinishPage(HWND owner);
+bool ShowRemoveWelcomePage(HWND owner);
+bool ShowRemoveStartPage(HWND owner);
+bool ShowRemoveFinishPage(HWND owner);

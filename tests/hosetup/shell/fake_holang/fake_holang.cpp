@@ -1,0 +1,56 @@
+// A language module with a fault, for the tests of the binding. Built in three variants:
+// FAKE_NO_EXIT (no HOI_LanguageExit), FAKE_NO_INIT (no HOI_LanguageInit), FAKE_INIT_FAILS (init
+// answers false). Its init leaves a marker file beside the module, so a test can tell whether
+// the program called it.
+#include <windows.h>
+
+// extern gives the constant tables the external linkage an export needs.
+extern "C" {
+__declspec(dllexport) extern const char* const eMessageText[] = {"Windows 7 or later is required.", "", ""};
+__declspec(dllexport) extern const char* const eUniTexts[] = {""};
+__declspec(dllexport) extern const char* const eAlertErrorText[] = {""};
+__declspec(dllexport) extern const char* const eRelativePaths[] = {""};
+__declspec(dllexport) extern const char* const eButtonText[] = {""};
+__declspec(dllexport) extern const char* const eCaptionTexts[] = {"Fake Setup", ""};
+__declspec(dllexport) extern const char* const eDefaultNames[] = {"", "Tahoma"};
+__declspec(dllexport) extern const char* const eProfileTitle[] = {""};
+__declspec(dllexport) extern const char* const eMonthNames[] = {""};
+__declspec(dllexport) extern const char eApplicationName[] = "Fake Setup";
+}
+
+namespace {
+HINSTANCE self;
+}
+
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
+{
+    if (reason == DLL_PROCESS_ATTACH)
+        self = instance;
+    return TRUE;
+}
+
+#ifndef FAKE_NO_INIT
+extern "C" __declspec(dllexport) BOOL HOI_LanguageInit(HINSTANCE, HWND, unsigned long, void*)
+{
+    char marker[MAX_PATH] = {};
+    GetModuleFileNameA(self, marker, MAX_PATH - 16);
+    char* slash = strrchr(marker, '\\');
+    if (slash)
+        strcpy(slash + 1, "init-called");
+    HANDLE file = CreateFileA(marker, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    if (file != INVALID_HANDLE_VALUE)
+        CloseHandle(file);
+#ifdef FAKE_INIT_FAILS
+    return 0x100;   // only the low byte counts: this is false
+#else
+    return TRUE;
+#endif
+}
+#endif
+
+#ifndef FAKE_NO_EXIT
+extern "C" __declspec(dllexport) BOOL HOI_LanguageExit(void)
+{
+    return TRUE;
+}
+#endif
