@@ -31,6 +31,15 @@ else
 fi
 cmake --build "$build" --target hoshowcase hosetup holang_copy
 
+# The caption buttons are letters of the Marlett font, which comes with Wine's own fonts; without
+# it the close box shows an "r". This Wine does not look in the package's folder, so the script
+# puts the font into each prefix's font folder.
+if ! dpkg-query -W -f='${Status}' fonts-wine 2>/dev/null | grep -q "install ok installed"; then
+    if [ "$(id -u)" -ne 0 ]; then sudo=sudo; else sudo=; fi
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends fonts-wine >/dev/null
+fi
+
 status=0
 for dpi in 96 144; do
     export WINEPREFIX="$prefixes/shots-$dpi"
@@ -40,6 +49,8 @@ for dpi in 96 144; do
     "$root/scripts/wine-run" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
     "$root/scripts/wine-run" reg add 'HKLM\System\CurrentControlSet\Hardware Profiles\Current\Software\Fonts' \
         /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+    fonts="$WINEPREFIX/drive_c/windows/Fonts"
+    [ -f "$fonts/marlett.ttf" ] || cp /usr/share/wine/fonts/marlett.ttf "$fonts/"
     wineserver -w
 
     shots="$WINEPREFIX/shots"

@@ -115,6 +115,7 @@ bool RemoveLoggedFiles()
 
     // File pass, in the log's order. A file an installation kept (after a "Skipped file" marker)
     // is the product's too and goes with the rest.
+    char line[kPathCapacity];
     std::int64_t unitsReported = 0;
     while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
         if (classify(line) != LineKind::File)

@@ -37,7 +37,8 @@ void lowerCopy(char* to, const char* from)
 
 bool hasRoomFor(std::uint64_t freeBytes, std::uint64_t sum)
 {
-    return freeBytes >= addSaturated(sum, kFreeSpaceMargin);
+    // Compared without forming sum + margin, which could pass the top of the range.
+    return freeBytes >= sum && freeBytes - sum >= kFreeSpaceMargin;
 }
 
 std::uint64_t sumFileSizes(unsigned categoryMask)

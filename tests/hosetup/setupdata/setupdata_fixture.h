@@ -112,6 +112,9 @@ protected:
     {
         clearSetupState();
         setProductIdentity();
+        // Alerts come from the language module's template.
+        g_setup.languageModule = GetModuleHandleA("holang.dll");
+        g_setup.scale = 1.0;
         char temp[MAX_PATH];
         GetTempPathA(sizeof temp, temp);
         scratch_ = std::string(temp) + "ho_setupdata_" + std::to_string(GetCurrentProcessId()) + "\\";

@@ -1,6 +1,6 @@
 // Whole removals: the sample product installed by the real hosetup.exe, then removed by the
 // command its uninstall entry names, and the machine checked afterwards.
-#include "install_runs.h"
+#include "../install_runs/install_runs.h"
 
 #include "holang.h"
 
