@@ -25,7 +25,7 @@ dist="$root/build/dist/vistrel-dist"
 shots="$root/build/demo-shots"
 driver="$root/build/windows/bin/hodriver.exe"
 wine_run() { "$root/scripts/wine-run" "$@"; }
-regquery() { wine_run reg query "$@" 2>/dev/null | tr -d '\r' | sed -n 's/^ *//p'; }
+regquery() { wine_run reg query "$@" 2>/dev/null | tr -d '\r' | sed -n '/^ *$/d; s/^ *//p'; }
 regvalue() { regquery "$1" /v "$2" | sed -n "s/^$2 *REG_[A-Z_]* *//p"; }
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Vistrel Professional 2022'
 

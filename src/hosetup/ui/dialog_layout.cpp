@@ -135,6 +135,14 @@ void textExtent(HWND window, const char* text, UINT flags, RECT* area)
     ReleaseDC(window, dc);
 }
 
+// True when a word of text (a path, say) is wider than width, so that wrapping has to break it.
+bool hasOverlongWord(HWND window, const char* text, int width)
+{
+    RECT area = {0, 0, width, 0};
+    textExtent(window, text ? text : "", kWrapFlags & ~static_cast<UINT>(DT_EDITCONTROL), &area);
+    return area.right > width;
+}
+
 int lineHeight(HWND window)
 {
     RECT area = {0, 0, 1000, 0};
@@ -371,11 +379,14 @@ void layoutAlertBox(HWND dialog, const AlertBoxState& state)
     ShowWindow(GetDlgItem(dialog, IDC_ALERT_BUTTON3), state.caption3[0] ? SW_SHOWNA : SW_HIDE);
 
     // A long message first gets a wider box, then a taller one; a word too long for the line
-    // (a path) is broken by DrawText, never cut.
+    // (a path) is broken by DrawText, never cut. The wrapped measure never comes out wider than
+    // the line, so a text with such a word is found by measuring it once unbroken: it gets the
+    // wide box at once, and its path takes fewer, fuller lines.
     int textWidth = scaledSize(kAlertTextWidth);
     int usedWidth = 0;
     int textHeight = measureWrappedText(dialog, state.text, textWidth, &usedWidth);
-    if (textHeight > kAlertLinesBeforeWidening * lineHeight(dialog) || usedWidth > textWidth) {
+    if (textHeight > kAlertLinesBeforeWidening * lineHeight(dialog) || usedWidth > textWidth ||
+        hasOverlongWord(dialog, state.text, textWidth)) {
         textWidth = scaledSize(kAlertWideTextWidth);
         textHeight = measureWrappedText(dialog, state.text, textWidth, &usedWidth);
     }

@@ -75,13 +75,14 @@ protected:
 
     void passPage(const char* name)
     {
+        fprintf(stderr, "page %s wait at %lu\n", name, GetTickCount());
         HWND page = waitForDialog(ofChild(dialogWith(370, 570, 22)), kStepTimeout);
         ASSERT_NE(page, nullptr) << name;
         clickButton(page, 570);
         ASSERT_TRUE(waitForWindowGone(page)) << name;
     }
 
-    HWND nextAlert() { return waitForDialog(ofChild(dialogWith(571, 720)), kStepTimeout); }
+    HWND nextAlert() { HWND a = waitForDialog(ofChild(dialogWith(571, 720)), kStepTimeout); fprintf(stderr, "alert at %lu\n", GetTickCount()); return a; }
 
     void answer(HWND alert, int button)
     {
