@@ -11,8 +11,9 @@
 # $BENCH_WORK (default BUILD_DIR/bench-responsiveness) and is deleted at the end; the figures are kept
 # in BENCH_WORK/result.txt. Prints figures only; it is not a test.
 #
-# The member is 1 GiB of mixed content, in 1 MiB stretches: pseudo-random bytes (incompressible),
-# zeros, and text-like records, so that deflating and inflating it do real work. The installation
+# The member is 1 GiB of mixed content, in 1 MiB stretches: pseudo-random bytes (incompressible, 30%),
+# zeros (15%), random bytes of a 16-letter alphabet (25%, coded as literals) and text-like records
+# (30%), so that deflating and inflating it do real work. The installation
 # runs silently in a fresh prefix; its main window and progress window exist all the same. The probe
 # (responsiveness_probe.cpp) starts hosetup.exe -S, sends WM_NULL to the main window every 50 ms with
 # SendMessageTimeout and times each answer; the answers while hounzip.exe runs are the figures, the
@@ -61,13 +62,16 @@ words = b"line arc circle layer block hatch dimension viewport polyline spline t
 text = b"".join(b"%s %d %s=%.6f\r\n" % (rng.choice(words), rng.randint(0, 99999), rng.choice(words), rng.random())
                 for _ in range(40000))
 mib = 1 << 20
+digits = bytes(0x30 + (i & 0x0F) for i in range(256))
 with open(sys.argv[1], "wb") as f:
     for _ in range(1024):
         kind = rng.random()
-        if kind < 0.4:
+        if kind < 0.3:
             f.write(rng.randbytes(mib))
-        elif kind < 0.6:
+        elif kind < 0.45:
             f.write(bytes(mib))
+        elif kind < 0.7:      # measurements: few distinct bytes, no long repeats
+            f.write(rng.randbytes(mib).translate(digits))
         else:
             start = rng.randrange(len(text) - mib)
             f.write(text[start:start + mib])
@@ -89,7 +93,8 @@ echo "building the package ..."
 start=$(date +%s.%N)
 hopack build "$work/source/bench.toml" "$work/dist" --program "$work/program" > "$work/hopack.txt"
 hopack_s=$(seconds_since "$start")
-member_bytes=$(stat -c %s "$work/dist/_000010_")
+# The setup program's own files come first in the distribution; the member is its largest file.
+member_bytes=$(find "$work/dist" -type f -printf '%s\n' | sort -n | tail -1)
 rm -f "$work/source/drawings.dat"
 
 echo "preparing the prefix ..."

@@ -75,7 +75,6 @@ protected:
 
     void passPage(const char* name)
     {
-        fprintf(stderr, "page %s wait at %lu\n", name, GetTickCount());
         HWND page = waitForDialog(ofChild(dialogWith(370, 570, 22)), kStepTimeout);
         ASSERT_NE(page, nullptr) << name;
         clickButton(page, 570);
@@ -86,8 +85,10 @@ protected:
 
     void answer(HWND alert, int button)
     {
+        fprintf(stderr, "click at %lu\n", GetTickCount());
         clickButton(alert, button);
         ASSERT_TRUE(waitForWindowGone(alert));
+        fprintf(stderr, "gone at %lu\n", GetTickCount());
     }
 
     // Takes the next alert, which must report the failed unpacking of `member`, and acknowledges it.

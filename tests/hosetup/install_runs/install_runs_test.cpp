@@ -160,4 +160,33 @@ TEST_F(InstallRuns, StandardRunOverAnInstalledProgramAsksOnce)
     EXPECT_EQ(readFile(folders_.install + "hosetup.exe"), "an old copy");
 }
 
+// Leaving the first page ends the run as "left at the start" (1); leaving the start page that
+// the installation shows afterwards stops the installation, a failed run (2).
+TEST_F(InstallRuns, LeavingTheWelcomeOrTheStartPageEndsWithItsOwnCode)
+{
+    const std::string dist = build(samplePackage());
+    for (int pagesPassed : {0, 1}) {
+        ChildProcess child;
+        ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child));
+        DialogQuery page = dialogWith(370, 570, 22);
+        page.processId = child.id;
+        for (int i = 0; i < pagesPassed; ++i) {
+            HWND passed = waitForDialog(page);
+            ASSERT_NE(passed, nullptr);
+            clickButton(passed, 570);
+            ASSERT_TRUE(waitForWindowGone(passed));
+        }
+        HWND left = waitForDialog(page);
+        ASSERT_NE(left, nullptr);
+        pressEscape(left);
+        DialogQuery alert = dialogWith(571, 720);
+        alert.processId = child.id;
+        HWND question = waitForDialog(alert);
+        ASSERT_NE(question, nullptr);
+        clickButton(question, 571);   // Yes, leave
+        EXPECT_EQ(waitForExit(&child, kRunTimeout), pagesPassed == 0 ? 1u : 2u) << pagesPassed;
+        EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
+    }
+}
+
 } // namespace
