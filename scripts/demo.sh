@@ -19,6 +19,7 @@ if [ "$1" != "--inner" ]; then
     exec sh "$0" --inner
 fi
 unattended=$([ "$2" = "--unattended" ] && echo 1 || echo 0)
+[ "$unattended" = 1 ] && export HO_WINE_UNMANAGED=1
 
 export WINEPREFIX="$root/build/demo-prefix"
 dist="$root/build/dist/vistrel-dist"

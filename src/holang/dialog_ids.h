@@ -15,6 +15,8 @@
 // Replace query: the two file descriptions and the four answers.
 #define IDC_EXISTING_TEXT   371
 #define IDC_NEW_TEXT        372
+#define IDC_EXISTING_LABEL  373   // "Existing file:" above the existing file's description
+#define IDC_NEW_LABEL       374   // "New file:" above the new file's description
 #define IDC_REPLACE_FILE    570
 #define IDC_REPLACE_ALL     571
 #define IDC_REPLACE_KEEP    572

@@ -40,6 +40,12 @@ constexpr char kLongFolder[] =
     "C:\\Program Files\\Harwick-Orbel\\Vistrel (64-bit)\\Libraries\\Standard parts\\Mechanical fasteners\\"
     "Socket head cap screws ISO 4762\\Stainless steel A4-80\\Metric coarse thread\\";
 constexpr char kLongFile[] = "ISO 4762 - M12 x 80 - A4-80.vlib";
+// A path without a single space (a distribution unpacked into a temporary folder), which no
+// line can hold whole: it shows the alert's wide box.
+constexpr char kSpacelessFile[] =
+    "C:\\Users\\j.kowalczyk-brandt\\AppData\\Local\\Temp\\HOSetup_2023-06-14_094102\\"
+    "Vistrel_Professional_2022_x64\\Libraries\\Standard_parts\\Fasteners\\ISO_4762_A4-80\\"
+    "ISO_4762_M12x80_A4-80.vlib";
 
 // PNG encoder of GDI+ (the fixed class identifier of its built-in PNG codec).
 const CLSID kPngEncoder = {0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
@@ -246,8 +252,8 @@ void showAlerts()
     const DialogQuery alert = dialogWith(IDC_ALERT_TEXT, IDC_ALERT_BUTTON1);
     HWND owner = g_setup.mainWindow;
     const std::string file = std::string(kLongFolder) + kLongFile;
-    // A folder that cannot be created: Cancel alone.
-    showAndCapture("alert-one-button", alert, IDC_ALERT_BUTTON1, [&] { ShowFileAlert(owner, kLongFolder, 6); });
+    // A source file that cannot be opened: Cancel alone.
+    showAndCapture("alert-one-button", alert, IDC_ALERT_BUTTON1, [&] { ShowFileAlert(owner, kSpacelessFile, 0); });
     // A file in use: Continue or Cancel.
     showAndCapture("alert-two-buttons", alert, IDC_ALERT_BUTTON2, [&] { ShowFileAlert(owner, file.c_str(), 2); });
     // A backup that failed: Retry, Skip or Cancel.

@@ -47,7 +47,6 @@ bool CreateFolderChain(const char* path, bool logIt);
 void DeleteFolderTree(const char* folder);
 
 // install/process_wait.cpp
-void pumpWindowMessages();
 // Waits for a process to end while dispatching window messages; false when the wait failed.
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode);
 bool copyFilePumping(const char* source, const char* target, bool failIfExists);

@@ -3,22 +3,7 @@
 // cancel button is heard (the question itself comes at the next progress report).
 #include "install/install.h"
 #include "shell/shell.h"
-
-void pumpWindowMessages()
-{
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            // Leave the quit message for the main loop.
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        if (g_setup.progressDialog && IsDialogMessageA(g_setup.progressDialog, &message))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
-    }
-}
+#include "ui/ui.h"
 
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode)
 {

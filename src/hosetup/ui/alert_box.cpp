@@ -74,20 +74,13 @@ void initialiseAlert(HWND dialog, AlertBoxState* state)
 
 INT_PTR CALLBACK alertProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    INT_PTR skinned = 0;
+    if (handleSkinMessage(dialog, message, wParam, lParam, &skinned))
+        return skinned;
     switch (message) {
     case WM_INITDIALOG:
         initialiseAlert(dialog, reinterpret_cast<AlertBoxState*>(lParam));
         return FALSE;   // the focus is set already
-    case WM_ERASEBKGND:
-        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
-            return FALSE;
-        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
-        return TRUE;
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG:
-        return reinterpret_cast<INT_PTR>(
-            dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_DRAWITEM: {
         const DRAWITEMSTRUCT* item = reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
         AlertBoxState* state = stateOf(dialog);
@@ -119,9 +112,6 @@ INT_PTR CALLBACK alertProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
         }
         return FALSE;
     }
-    case WM_DESTROY:
-        forgetDialogSkin(dialog);
-        return FALSE;
     }
     return FALSE;
 }

@@ -421,22 +421,55 @@ void layoutReplaceQuery(HWND dialog)
     if (row > width)
         width = row;
 
-    const int ids[] = {IDC_MAIN_TEXT, IDC_EXISTING_TEXT, IDC_NEW_TEXT};
+    // The question, then each file's label with its description indented below it.
+    struct Line {
+        int id;
+        bool indented;
+        bool gapAfter;
+    };
+    const Line lines[] = {{IDC_MAIN_TEXT, false, true},     {IDC_EXISTING_LABEL, false, false},
+                          {IDC_EXISTING_TEXT, true, true},  {IDC_NEW_LABEL, false, false},
+                          {IDC_NEW_TEXT, true, false}};
     int y = margin;
-    for (int i = 0; i < 3; ++i) {
-        const int indent = i == 0 ? 0 : scaledSize(kQueryIndent);
+    for (const Line& line : lines) {
+        const int indent = line.indented ? scaledSize(kQueryIndent) : 0;
         const int textWidth = width - 2 * margin - indent;
         char text[kMessageCapacity] = {};
-        GetDlgItemTextA(dialog, ids[i], text, sizeof text);
+        GetDlgItemTextA(dialog, line.id, text, sizeof text);
         const int height = measureWrappedText(dialog, text, textWidth, nullptr);
-        placeControl(dialog, ids[i], margin + indent, y, textWidth, height);
-        y += height + scaledSize(kQueryGap);
+        placeControl(dialog, line.id, margin + indent, y, textWidth, height);
+        y += height + (line.gapAfter ? scaledSize(kQueryGap) : 0);
     }
-    const int footerTop = y - scaledSize(kQueryGap) + margin;
+    const int footerTop = y + margin;
     placeButtonRow(dialog, buttons, 4, width - scaledSize(kFooterSide), footerTop + scaledSize(kFooterPadding),
                    buttonWidth);
     setClientSize(dialog, width, footerTop + footerHeight());
-    rememberSkin(dialog, DialogSkin::Plain, 0, footerTop);
+    rememberSkin(dialog, DialogSkin::Footer, 0, footerTop);
+}
+
+bool handleSkinMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, INT_PTR* result)
+{
+    switch (message) {
+    case WM_ERASEBKGND:
+        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
+            return false;
+        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
+        *result = TRUE;
+        return true;
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG: {
+        HBRUSH brush = dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
+        if (!brush)
+            return false;
+        *result = reinterpret_cast<INT_PTR>(brush);
+        return true;
+    }
+    case WM_DESTROY:
+        forgetDialogSkin(dialog);
+        return false;   // the dialog may have its own clean-up too
+    }
+    return false;
 }
 
 bool eraseDialogBackground(HWND dialog, HDC dc)

@@ -49,6 +49,9 @@ void refreshControls(HWND dialog)
 
 INT_PTR CALLBACK progressProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    INT_PTR skinned = 0;
+    if (handleSkinMessage(dialog, message, wParam, lParam, &skinned))
+        return skinned;
     switch (message) {
     case WM_INITDIALOG:
         setDialogIcon(dialog);
@@ -58,15 +61,6 @@ INT_PTR CALLBACK progressProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
         setBar(dialog, g_setup.progressValue, g_setup.progressTotal);
         SetFocus(GetDlgItem(dialog, IDC_MAIN_TEXT));
         return FALSE;
-    case WM_ERASEBKGND:
-        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
-            return FALSE;
-        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
-        return TRUE;
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-        return reinterpret_cast<INT_PTR>(
-            dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_SYSCOMMAND:
         refreshControls(dialog);
         return FALSE;
@@ -78,21 +72,21 @@ INT_PTR CALLBACK progressProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
             return TRUE;
         }
         return FALSE;
-    case WM_DESTROY:
-        forgetDialogSkin(dialog);
-        return FALSE;
     }
     return FALSE;
 }
 
-// Takes every pending message of the thread. A quit message is put back for the main loop.
-void pumpMessages()
+} // namespace
+
+// Dispatches what is queued, offering each message to the progress window first, as the main
+// loop does. A quit request is put back for the main loop.
+void pumpWindowMessages()
 {
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
         if (message.message == WM_QUIT) {
             PostQuitMessage(static_cast<int>(message.wParam));
-            break;
+            return;
         }
         if (g_setup.progressDialog && IsDialogMessageA(g_setup.progressDialog, &message))
             continue;
@@ -100,8 +94,6 @@ void pumpMessages()
         DispatchMessageA(&message);
     }
 }
-
-} // namespace
 
 int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total)
 {
@@ -160,7 +152,7 @@ bool SetProgress(std::int64_t value, std::int64_t total)
 {
     if (!g_setup.progressDialog)
         return false;
-    pumpMessages();
+    pumpWindowMessages();
     // The pump may have run a handler that closed the window.
     if (!g_setup.progressDialog)
         return false;

@@ -36,6 +36,9 @@ void initialiseQuery(HWND dialog, ReplaceQueryState* state)
 
 INT_PTR CALLBACK replaceQueryProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    INT_PTR skinned = 0;
+    if (handleSkinMessage(dialog, message, wParam, lParam, &skinned))
+        return skinned;
     switch (message) {
     case WM_INITDIALOG:
         initialiseQuery(dialog, reinterpret_cast<ReplaceQueryState*>(lParam));
@@ -55,9 +58,6 @@ INT_PTR CALLBACK replaceQueryProc(HWND dialog, UINT message, WPARAM wParam, LPAR
         }
         return FALSE;
     }
-    case WM_DESTROY:
-        forgetDialogSkin(dialog);
-        return FALSE;
     }
     return FALSE;
 }

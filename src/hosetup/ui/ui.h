@@ -102,6 +102,9 @@ bool eraseDialogBackground(HWND dialog, HDC dc);
 HBRUSH dialogControlColour(HWND dialog, HDC dc, HWND control);
 void paintAlertText(const DRAWITEMSTRUCT* item, const char* text);
 void forgetDialogSkin(HWND dialog);
+// Background, control colours and the skin's clean-up for any skinned dialog: true with the
+// dialog procedure's result in *result when the message was handled here.
+bool handleSkinMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, INT_PTR* result);
 
 // ui/alert_box.cpp
 int ShowAlert(HWND owner, const char* text, int button1, int button2, int button3, int defaultButton);
@@ -123,6 +126,7 @@ int AskReplaceFile(HWND owner, const char* path, const char* existingText, const
 // ui/progress_window.cpp
 bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total);
 bool SetProgress(std::int64_t value, std::int64_t total);
+void pumpWindowMessages();   // what is queued, the progress window's messages through it first
 // Bar position for (value, total) within the band of `stage`: the arithmetic alone.
 int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total);
 

@@ -176,19 +176,13 @@ void onSystemCommand(HWND dialog, Page page)
 
 INT_PTR pageProc(Page page, HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
 {
+    INT_PTR skinned = 0;
+    if (handleSkinMessage(dialog, message, wParam, lParam, &skinned))
+        return skinned;
     switch (message) {
     case WM_INITDIALOG:
         initialisePage(dialog, page, reinterpret_cast<WizardPageState*>(lParam));
         return FALSE;   // the focus is on the continue button already
-    case WM_ERASEBKGND:
-        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
-            return FALSE;
-        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
-        return TRUE;
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-        return reinterpret_cast<INT_PTR>(
-            dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam)));
     case WM_SYSCOMMAND:
         onSystemCommand(dialog, page);
         return FALSE;
@@ -216,9 +210,6 @@ INT_PTR pageProc(Page page, HWND dialog, UINT message, WPARAM wParam, LPARAM lPa
         }
         return FALSE;
     }
-    case WM_DESTROY:
-        forgetDialogSkin(dialog);
-        return FALSE;
     }
     return FALSE;
 }

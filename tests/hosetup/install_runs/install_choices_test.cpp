@@ -81,14 +81,12 @@ protected:
         ASSERT_TRUE(waitForWindowGone(page)) << name;
     }
 
-    HWND nextAlert() { HWND a = waitForDialog(ofChild(dialogWith(571, 720)), kStepTimeout); fprintf(stderr, "alert at %lu\n", GetTickCount()); return a; }
+    HWND nextAlert() { return waitForDialog(ofChild(dialogWith(571, 720)), kStepTimeout); }
 
     void answer(HWND alert, int button)
     {
-        fprintf(stderr, "click at %lu\n", GetTickCount());
         clickButton(alert, button);
         ASSERT_TRUE(waitForWindowGone(alert));
-        fprintf(stderr, "gone at %lu\n", GetTickCount());
     }
 
     // Takes the next alert, which must report the failed unpacking of `member`, and acknowledges it.
@@ -139,8 +137,9 @@ protected:
         ASSERT_NO_FATAL_FAILURE(startAndPassThePages(dist));
         HWND progress = waitForDialog(ofChild(dialogWith(370, kProgressBar)), kStepTimeout);
         ASSERT_NE(progress, nullptr);
-        if (goOn)
+        if (goOn) {
             ASSERT_NO_FATAL_FAILURE(cancelInLoop(progress, *goOn, 572));
+        }
         ASSERT_NO_FATAL_FAILURE(cancelInLoop(progress, stop, 571));
         EXPECT_EQ(endChild(kRunTimeout), 2u) << stop.name;
     }

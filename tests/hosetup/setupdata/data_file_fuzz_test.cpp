@@ -112,8 +112,8 @@ private:
         if (bytes.size() < offset + 4)
             return;
         static const std::int32_t special[] = {-1, INT_MIN, INT_MAX, 0x10000000, 1 << 20, 0};
-        // Extreme counts are rare: each one that cannot be allocated ends in a report box that
-        // takes the watcher about two seconds under Wine, and a handful shows the path works.
+        // Extreme counts are rare: each one that cannot be allocated ends in a report box, and
+        // a handful shows that path works as well as thousands would.
         const std::int32_t count = below(40) == 0 ? special[below(6)] : below(40) - 5;
         std::memcpy(bytes.data() + offset, &count, 4);
     }
