@@ -19,20 +19,25 @@ if [ "$1" != "--inner" ]; then
     exec sh "$0" --inner
 fi
 unattended=$([ "$2" = "--unattended" ] && echo 1 || echo 0)
-[ "$unattended" = 1 ] && export HO_WINE_UNMANAGED=1
 
 export WINEPREFIX="$root/build/demo-prefix"
 dist="$root/build/dist/vistrel-dist"
 shots="$root/build/demo-shots"
 driver="$root/build/windows/bin/hodriver.exe"
 wine_run() { "$root/scripts/wine-run" "$@"; }
-regquery() { wine_run reg query "$@" 2>/dev/null | tr -d '\r' | sed -n '/^ *$/d; s/^ *//p'; }
+regquery() { wine_run reg query "$@" 2>/dev/null | tr -d '\r' | sed -n '/^ *$/d; /^reg: /d; s/^ *//p'; }
 regvalue() { regquery "$1" /v "$2" | sed -n "s/^$2 *REG_[A-Z_]* *//p"; }
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Vistrel Professional 2022'
 
 wine_run wineserver -k >/dev/null 2>&1 || true
 rm -rf "$WINEPREFIX" "$shots"
 mkdir -p "$shots"
+# Every window of the demo opens inside one Wine virtual desktop, a 1024 x 768 "screen" with
+# window frames, on your display or on the virtual X server.
+wine_run reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Vistrel /f >/dev/null 2>&1
+wine_run reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Vistrel /d 1024x768 /f >/dev/null 2>&1
+# The glyphs of the window frames' buttons come from Wine's Marlett font.
+cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
 
 # Goes through the pages of a run the way a person would: for each named page, wait for it,
 # save a screenshot, press its continue button.
@@ -43,7 +48,7 @@ drive_pages() {
             return
         fi
         sleep 1
-        import -window root "$shots/$page.png"
+        import -window root -crop 1024x768+0+0 +repage "$shots/$page.png"
         echo "  $page page: screenshot build/demo-shots/$page.png"
         wine_run "$driver" click 570 --has 22 >/dev/null
         wine_run "$driver" wait-gone 570 --has 22 --timeout 30 >/dev/null || true
