@@ -102,7 +102,7 @@ bool OpenLog()
     LogBanner("***** Vistrel %s installation: STARTING, creating initial directory and preparing log file, %s *****");
     // The parent is logged whether or not this run made it: removing a non-empty folder later
     // fails harmlessly.
-    char parent[kPathCapacity];
+    char parent[kPathCapacity] = "";   // stays empty when there is no parent
     char line[kMessageCapacity];
     ParentFolder(g_setup.commonDataFolder, parent, sizeof parent);
     HOI_PrintA(line, sizeof line, "#%s", parent);
