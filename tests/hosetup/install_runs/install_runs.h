@@ -51,6 +51,41 @@ inline std::vector<std::string> lines(const std::string& text)
 }
 
 // A small product with a file in each kind of place the installer serves.
+constexpr char kSessionManager[] = "System\\CurrentControlSet\\Control\\Session Manager";
+
+// The sources of the pending restart operations, in order, without the "\??\" prefix the
+// system puts before each; the (empty) targets that follow each source are left out.
+inline std::vector<std::string> pendingDeletions()
+{
+    std::vector<std::string> sources;
+    HKEY key;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kSessionManager, 0, KEY_READ, &key) != ERROR_SUCCESS)
+        return sources;
+    DWORD size = 0;
+    if (RegQueryValueExA(key, "PendingFileRenameOperations", nullptr, nullptr, nullptr, &size) == ERROR_SUCCESS) {
+        std::string data(size, '\0');
+        RegQueryValueExA(key, "PendingFileRenameOperations", nullptr, nullptr, reinterpret_cast<BYTE*>(&data[0]),
+                         &size);
+        std::size_t start = 0;
+        bool isSource = true;
+        while (start < data.size() && data[start] != '\0') {
+            const std::size_t end = data.find('\0', start);
+            std::string item = data.substr(start, end - start);
+            if (isSource)
+                sources.push_back(lowerCase(startsWith(item, "\\??\\") ? item.substr(4) : item));
+            isSource = !isSource;
+            start = end + 1;
+            // An empty target is written as an empty string: skip it.
+            if (!isSource && start < data.size() && data[start] == '\0') {
+                isSource = true;
+                ++start;
+            }
+        }
+    }
+    RegCloseKey(key);
+    return sources;
+}
+
 inline Package samplePackage(const std::string& compileDate = "2022-11-29")
 {
     Package package;

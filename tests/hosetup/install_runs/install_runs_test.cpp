@@ -189,4 +189,24 @@ TEST_F(InstallRuns, LeavingTheWelcomeOrTheStartPageEndsWithItsOwnCode)
     }
 }
 
+// A copy of the program started from a temporary place with -A reads the package from the
+// named folder and, when its window closes, has its own files deleted at the next restart.
+TEST_F(InstallRuns, ACopyStartedWithASourceFolderRemovesItselfAtRestart)
+{
+    const std::string dist = build(samplePackage());
+    const std::string runner = work_ + "runner\\";
+    ASSERT_TRUE(CreateDirectoryA(runner.c_str(), nullptr));
+    for (const char* own : {"hosetup.exe", "holang.dll", "hosetup.chm", "hounzip.exe"})
+        ASSERT_TRUE(copyFileTo(dist + own, runner + own)) << own;
+    const std::string source = dist.substr(0, dist.size() - 1);   // the program adds the backslash
+    ASSERT_EQ(source.find(' '), std::string::npos) << "the option below is not quoted";
+
+    EXPECT_EQ(runProcess("\"" + runner + "hosetup.exe\" -S -A" + source, kRunTimeout), 0u);
+    EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "main program 2022-11-29");
+    std::vector<std::string> expected;
+    for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe", "hosetup.log", "hounzip.exe"})
+        expected.push_back(lowerCase(runner + own));
+    EXPECT_EQ(pendingDeletions(), expected);
+}
+
 } // namespace
