@@ -36,20 +36,10 @@ build=$(cd "${1:-$here/build/windows}" && pwd)
 if [ -z "${DISPLAY:-}" ]; then
     exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$build"
 fi
-bin=$build/bin
-for program in hosetup.exe holang.dll hounzip.exe hosetup.chm; do
-    [ -f "$bin/$program" ] || { echo "missing $bin/$program: build hosetup, holang_copy, hounzip_copy, hosetup_chm" >&2; exit 2; }
-done
-work=${BENCH_WORK:-$build/bench-install}
-rm -rf "$work"
-mkdir -p "$work"
-work=$(cd "$work" && pwd)
-trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/cp-target" "$work/wineprefix"' EXIT
-
-# A fresh prefix, so that no earlier installation turns the run into an update.
-WINEPREFIX=$work/wineprefix
-export WINEPREFIX
 . "$here/tests/bench/bench_common.sh"
+require_programs hosetup.exe holang.dll hounzip.exe hosetup.chm
+prepare_work "${BENCH_WORK:-$build/bench-install}"
+trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/cp-target" "$work/wineprefix"' EXIT
 
 echo "generating the package's files in $work/source ..."
 python3 - "$work" <<'PY'

@@ -25,18 +25,10 @@ build=$(cd "${1:-$here/build/windows}" && pwd)
 if [ -z "${DISPLAY:-}" ]; then
     exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$build"
 fi
-bin=$build/bin
-for program in hosetup.exe holang.dll hounzip.exe hosetup.chm responsiveness_probe.exe; do
-    [ -f "$bin/$program" ] || { echo "missing $bin/$program: build hosetup, holang_copy, hounzip_copy, hosetup_chm, responsiveness_probe" >&2; exit 2; }
-done
-work=${BENCH_WORK:-$build/bench-responsiveness}
-rm -rf "$work"
-mkdir -p "$work"
-work=$(cd "$work" && pwd)
-trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/wineprefix"' EXIT
-WINEPREFIX=$work/wineprefix
-export WINEPREFIX
 . "$here/tests/bench/bench_common.sh"
+require_programs hosetup.exe holang.dll hounzip.exe hosetup.chm responsiveness_probe.exe
+prepare_work "${BENCH_WORK:-$build/bench-responsiveness}"
+trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/wineprefix"' EXIT
 
 echo "generating the 1 GiB member ..."
 mkdir -p "$work/source"

@@ -41,14 +41,14 @@ TEST_F(Directories, BeyondSixtyFourFoldersNothingIsLoggedTwice)
 {
     CreateFolderChain(g_setup.commonDataFolder, false);
     CreateFolderChain(g_setup.userDataFolder, false);
-    std::vector<RecordSpec> specs;
+    std::vector<RecordPlan> records;
     static char names[70][8];
     for (int i = 0; i < 70; ++i) {
         snprintf(names[i], sizeof names[i], "F%02d", i);
-        specs.push_back({10, "x.dll", names[i]});
+        records.push_back({10, "x.dll", names[i]});
     }
-    specs.push_back({10, "y.dll", "F68"});   // past the cache: made again, but exists, so not logged
-    setRecords(specs);
+    records.push_back({10, "y.dll", "F68"});   // past the cache: made again, but exists, so not logged
+    setRecords(records);
     ASSERT_TRUE(CreateDirectories());
     const std::vector<std::string> folders = folderLines(logLines());
     EXPECT_EQ(folders.size(), 71u);           // Program\ itself and the 70 folders

@@ -15,7 +15,7 @@
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 
-struct RecordSpec {
+struct RecordPlan {
     std::uint32_t directoryId;
     const char* fileName;
     const char* subFolder = "";
@@ -59,18 +59,18 @@ protected:
 
     void setFolder(char* field, const char* below) { HOI_CopyA(field, kPathCapacity, root_.c_str(), below); }
 
-    void setRecords(const std::vector<RecordSpec>& specs)
+    void setRecords(const std::vector<RecordPlan>& records)
     {
         std::free(g_setup.fileRecords);
-        g_setup.fileRecords = static_cast<FileRecord*>(std::calloc(specs.size() + 1, sizeof(FileRecord)));
-        g_setup.fileCount = static_cast<std::int32_t>(specs.size());
-        for (std::size_t i = 0; i < specs.size(); ++i) {
+        g_setup.fileRecords = static_cast<FileRecord*>(std::calloc(records.size() + 1, sizeof(FileRecord)));
+        g_setup.fileCount = static_cast<std::int32_t>(records.size());
+        for (std::size_t i = 0; i < records.size(); ++i) {
             FileRecord& record = g_setup.fileRecords[i];
-            record.directoryId = specs[i].directoryId;
-            record.size = specs[i].size;
-            record.transferSize = specs[i].transferSize;
-            HOI_CopyA(record.fileName, sizeof record.fileName, specs[i].fileName);
-            HOI_CopyA(record.subFolder, sizeof record.subFolder, specs[i].subFolder);
+            record.directoryId = records[i].directoryId;
+            record.size = records[i].size;
+            record.transferSize = records[i].transferSize;
+            HOI_CopyA(record.fileName, sizeof record.fileName, records[i].fileName);
+            HOI_CopyA(record.subFolder, sizeof record.subFolder, records[i].subFolder);
         }
     }
 

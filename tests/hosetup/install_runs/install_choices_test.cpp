@@ -10,7 +10,6 @@
 
 namespace {
 
-constexpr DWORD kStepTimeout = 60000;
 constexpr int kProgressBar = 720;
 
 // Bar positions (range 0 to 10000) of the installation's pacing loops: stage 0 fills 0 to 1000,
@@ -59,29 +58,13 @@ protected:
         return child_.process ? waitForExit(&child_, timeoutMs) : kNoExitCode;
     }
 
-    DialogQuery ofChild(DialogQuery query) const
-    {
-        query.processId = child_.id;
-        return query;
-    }
-
     // Starts the interactive installation and passes its welcome and start pages.
     void startAndPassThePages(const std::string& dist)
     {
         ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child_));
         for (const char* name : {"welcome", "start"})
-            ASSERT_NO_FATAL_FAILURE(passPage(name));
+            ASSERT_NO_FATAL_FAILURE(passPage(child_, name));
     }
-
-    void passPage(const char* name)
-    {
-        HWND page = waitForDialog(ofChild(dialogWith(370, 570, 22)), kStepTimeout);
-        ASSERT_NE(page, nullptr) << name;
-        clickButton(page, 570);
-        ASSERT_TRUE(waitForWindowGone(page)) << name;
-    }
-
-    HWND nextAlert() { return waitForDialog(ofChild(dialogWith(571, 720)), kStepTimeout); }
 
     void answer(HWND alert, int button)
     {
@@ -92,7 +75,7 @@ protected:
     // Takes the next alert, which must report the failed unpacking of `member`, and acknowledges it.
     void acknowledgeUnpackerFailure(const std::string& member)
     {
-        HWND alert = nextAlert();
+        HWND alert = nextAlert(child_);
         ASSERT_NE(alert, nullptr) << member;
         const std::string text = controlText(alert, 720);
         EXPECT_NE(text.find("HOUNZIP ("), std::string::npos) << text;
@@ -103,7 +86,7 @@ protected:
     // Takes the retry, skip or cancel question that follows a failed transfer and gives `button`.
     void answerTransferQuestion(int button)
     {
-        HWND question = nextAlert();
+        HWND question = nextAlert(child_);
         ASSERT_NE(question, nullptr);
         EXPECT_EQ(controlText(question, 720), eAlertErrorText[14]);
         ASSERT_NO_FATAL_FAILURE(answer(question, button));
@@ -120,7 +103,7 @@ protected:
             Sleep(5);
         ASSERT_GE(position, loop.first) << loop.name;
         clickButton(progress, IDCANCEL);
-        HWND question = nextAlert();
+        HWND question = nextAlert(child_);
         ASSERT_NE(question, nullptr) << loop.name;
         position = barPosition(progress);
         ASSERT_GE(position, loop.first) << loop.name;
@@ -135,7 +118,7 @@ protected:
     {
         removeProductTraces();
         ASSERT_NO_FATAL_FAILURE(startAndPassThePages(dist));
-        HWND progress = waitForDialog(ofChild(dialogWith(370, kProgressBar)), kStepTimeout);
+        HWND progress = waitForDialog(ofChild(dialogWith(370, kProgressBar), child_), kStepTimeout);
         ASSERT_NE(progress, nullptr);
         if (goOn) {
             ASSERT_NO_FATAL_FAILURE(cancelInLoop(progress, *goOn, 572));
@@ -166,7 +149,7 @@ TEST_F(InstallChoices, AFailedUnpackingIsRetriedThenSkipped)
     // Skip: the library stays out, everything after it is installed.
     ASSERT_NO_FATAL_FAILURE(acknowledgeUnpackerFailure("_000070_"));
     ASSERT_NO_FATAL_FAILURE(answerTransferQuestion(572));
-    ASSERT_NO_FATAL_FAILURE(passPage("finish"));
+    ASSERT_NO_FATAL_FAILURE(passPage(child_, "finish"));
     EXPECT_EQ(endChild(kRunTimeout), 0u);
 
     const std::string library = folders_.documents + "Libraries\\Standard\\standard.hol";

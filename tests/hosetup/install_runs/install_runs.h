@@ -18,6 +18,7 @@
 
 
 constexpr DWORD kRunTimeout = 180000;
+constexpr DWORD kStepTimeout = 60000;   // for the next dialog of a run under load
 constexpr char kProductKey[] = "Software\\Harwick-Orbel\\Vistrel Professional";
 constexpr char kAppPath[] = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\hovistrel.exe";
 constexpr char kUninstall[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Vistrel Professional 2022";
@@ -130,6 +131,27 @@ protected:
     DWORD install(const std::string& dist, const std::string& options = "-S")
     {
         return runProcess("\"" + dist + "hosetup.exe\" " + options, kRunTimeout);
+    }
+
+    // The child's dialogs: its wizard pages, its progress window and its alerts.
+    static DialogQuery ofChild(DialogQuery query, const ChildProcess& child)
+    {
+        query.processId = child.id;
+        return query;
+    }
+
+    static HWND nextAlert(const ChildProcess& child)
+    {
+        return waitForDialog(ofChild(dialogWith(571, 720), child), kStepTimeout);
+    }
+
+    // Clicks the continue button of the child's next wizard page and waits until it has gone.
+    static void passPage(const ChildProcess& child, const char* name)
+    {
+        HWND page = waitForDialog(ofChild(dialogWith(370, 570, 22), child), kStepTimeout);
+        ASSERT_NE(page, nullptr) << name;
+        clickButton(page, 570);
+        ASSERT_TRUE(waitForWindowGone(page)) << name;
     }
 
     std::string work_;

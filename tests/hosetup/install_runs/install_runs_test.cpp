@@ -142,18 +142,11 @@ TEST_F(InstallRuns, StandardRunOverAnInstalledProgramAsksOnce)
     const std::string dist = build(samplePackage());
     ChildProcess child;
     ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child));
-    DialogQuery page = dialogWith(370, 570, 22);
-    page.processId = child.id;
-    HWND welcome = waitForDialog(page);
-    ASSERT_NE(welcome, nullptr);
-    clickButton(welcome, 570);
-    ASSERT_TRUE(waitForWindowGone(welcome));
-    HWND start = waitForDialog(page);
+    passPage(child, "welcome");
+    HWND start = waitForDialog(ofChild(dialogWith(370, 570, 22), child), kStepTimeout);
     ASSERT_NE(start, nullptr);
     clickButton(start, 570);
-    DialogQuery alert = dialogWith(571, 720);
-    alert.processId = child.id;
-    HWND question = waitForDialog(alert);
+    HWND question = nextAlert(child);
     ASSERT_NE(question, nullptr);
     clickButton(question, 572);                  // the second button: cancel
     EXPECT_EQ(waitForExit(&child, kRunTimeout), 2u);
@@ -168,20 +161,12 @@ TEST_F(InstallRuns, LeavingTheWelcomeOrTheStartPageEndsWithItsOwnCode)
     for (int pagesPassed : {0, 1}) {
         ChildProcess child;
         ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child));
-        DialogQuery page = dialogWith(370, 570, 22);
-        page.processId = child.id;
-        for (int i = 0; i < pagesPassed; ++i) {
-            HWND passed = waitForDialog(page);
-            ASSERT_NE(passed, nullptr);
-            clickButton(passed, 570);
-            ASSERT_TRUE(waitForWindowGone(passed));
-        }
-        HWND left = waitForDialog(page);
+        if (pagesPassed > 0)
+            passPage(child, "welcome");
+        HWND left = waitForDialog(ofChild(dialogWith(370, 570, 22), child), kStepTimeout);
         ASSERT_NE(left, nullptr);
         pressEscape(left);
-        DialogQuery alert = dialogWith(571, 720);
-        alert.processId = child.id;
-        HWND question = waitForDialog(alert);
+        HWND question = nextAlert(child);
         ASSERT_NE(question, nullptr);
         clickButton(question, 571);   // Yes, leave
         EXPECT_EQ(waitForExit(&child, kRunTimeout), pagesPassed == 0 ? 1u : 2u) << pagesPassed;

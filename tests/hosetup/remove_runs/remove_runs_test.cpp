@@ -25,21 +25,6 @@ protected:
         InstallRuns::TearDown();
     }
 
-    DialogQuery ofChild(DialogQuery query, const ChildProcess& child)
-    {
-        query.processId = child.id;
-        return query;
-    }
-
-    // Clicks the continue button of the next wizard page of the child.
-    void pass(const ChildProcess& child, const char* name)
-    {
-        HWND page = waitForDialog(ofChild(dialogWith(370, 570, 22), child), 60000);
-        ASSERT_NE(page, nullptr) << name;
-        clickButton(page, 570);
-        ASSERT_TRUE(waitForWindowGone(page)) << name;
-    }
-
     std::string uninstallCommand() { return readRegString(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString"); }
 };
 
@@ -116,7 +101,7 @@ TEST_F(RemoveRuns, InteractiveRemovalThroughItsPages)
     ChildProcess child;
     ASSERT_TRUE(startProcess(uninstallCommand(), &child));
     for (const char* name : {"welcome", "start", "finish"})
-        pass(child, name);
+        passPage(child, name);
     EXPECT_EQ(waitForExit(&child, kRunTimeout), 0u);
     EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
     EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, kUninstall);
@@ -127,9 +112,9 @@ TEST_F(RemoveRuns, CancelConfirmedWhileTheLinksGoEndsWithoutTheFinishPage)
     ASSERT_EQ(install(build(samplePackage())), 0u);
     ChildProcess child;
     ASSERT_TRUE(startProcess(uninstallCommand(), &child));
-    pass(child, "welcome");
-    pass(child, "start");
-    HWND progress = waitForDialog(ofChild(dialogWith(370, 720), child), 60000);
+    passPage(child, "welcome");
+    passPage(child, "start");
+    HWND progress = waitForDialog(ofChild(dialogWith(370, 720), child), kStepTimeout);
     ASSERT_NE(progress, nullptr);
     // The last stage runs about two seconds: cancel as soon as its text shows.
     const DWORD start = GetTickCount();
@@ -137,7 +122,7 @@ TEST_F(RemoveRuns, CancelConfirmedWhileTheLinksGoEndsWithoutTheFinishPage)
         Sleep(20);
     ASSERT_EQ(controlText(progress, 370), eMessageText[25]);
     clickButton(progress, IDCANCEL);
-    HWND question = waitForDialog(ofChild(dialogWith(571, 720), child));
+    HWND question = nextAlert(child);
     ASSERT_NE(question, nullptr);
     EXPECT_EQ(controlText(question, 720), eMessageText[17]);
     clickButton(question, 571);                        // Yes: stop the removal
@@ -154,8 +139,8 @@ TEST_F(RemoveRuns, WithoutARecordedInstallationThePersonIsTold)
     deleteRegTree(HKEY_LOCAL_MACHINE, kProductKey);
     ChildProcess child;
     ASSERT_TRUE(startProcess(command, &child));
-    pass(child, "welcome");
-    HWND alert = waitForDialog(ofChild(dialogWith(571, 720), child));
+    passPage(child, "welcome");
+    HWND alert = nextAlert(child);
     ASSERT_NE(alert, nullptr);
     EXPECT_EQ(controlText(alert, 720), eMessageText[9]);
     clickButton(alert, 571);
