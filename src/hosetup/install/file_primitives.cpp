@@ -293,3 +293,10 @@ void DeleteFolderTree(const char* folder)
     }
     RemoveFolder(base);
 }
+
+// Asks the system to delete path at the next restart: for files in use by this very program.
+// The result is not reported; callers have nothing better to do when it fails.
+void DeleteAtRestart(const char* path)
+{
+    MoveFileExA(path, nullptr, MOVEFILE_REPLACE_EXISTING | MOVEFILE_DELAY_UNTIL_REBOOT);
+}

@@ -45,6 +45,7 @@ void StripTrailingSeparator(char* path);
 void FolderOfPath(const char* path, char* folder, std::size_t capacity);
 bool CreateFolderChain(const char* path, bool logIt);
 void DeleteFolderTree(const char* folder);
+void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart
 
 // install/process_wait.cpp
 // Waits for a process to end while dispatching window messages; false when the wait failed.

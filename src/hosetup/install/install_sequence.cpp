@@ -17,18 +17,6 @@ namespace {
 constexpr char kDataFileMember[] = "_000000_";
 constexpr char kEarliestCompileDate[] = "2003-04-01";
 
-// The pacing loops do no work: they move the bar and give the user a chance to cancel between
-// the stages. Their bounds and sleeps are part of how the installation looks.
-bool pace(int from, int to, int step, DWORD sleepMs)
-{
-    for (int p = from; p <= to; p += step) {
-        if (!SetProgress(p, 100))
-            return false;
-        Sleep(sleepMs);
-    }
-    return true;
-}
-
 // An earlier installation that is newer than this package, or older than any this program can
 // update, stops the run.
 bool earlierInstallationAllowsUpdate()
@@ -106,17 +94,17 @@ bool RunInstallation()
         return false;
     if (!prepareBackupsOrLog())
         return false;
-    if (!pace(20, 39, 1, 50))
+    if (!paceProgress(20, 39, 1, 50))
         return false;
     if (!CreateDirectories())
         return false;
     if (g_setup.updateInstall) {
-        if (!pace(40, 89, 1, 50))
+        if (!paceProgress(40, 89, 1, 50))
             return false;
         BackupSettingsFiles();
-        if (!pace(90, 100, 1, 50))
+        if (!paceProgress(90, 100, 1, 50))
             return false;
-    } else if (!pace(40, 100, 1, 50)) {
+    } else if (!paceProgress(40, 100, 1, 50)) {
         return false;
     }
 
@@ -132,7 +120,7 @@ bool RunInstallation()
     else
         RegisterStandardInstallation();
     RecordCompileDate();
-    if (!pace(0, 100, 2, 40))
+    if (!paceProgress(0, 100, 2, 40))
         return false;
 
     ShowProgressStage(true, 3, 0, 0);

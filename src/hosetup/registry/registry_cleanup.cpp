@@ -36,10 +36,7 @@ bool endsInSeparator(const char* path)
 // Reports n of 100 within the current stage and gives the bar a moment to be seen.
 bool pace(int n)
 {
-    if (!SetProgress(n, 100))
-        return false;
-    Sleep(kPaceSleepMs);
-    return true;
+    return paceProgress(n, n, 1, kPaceSleepMs);
 }
 
 void deleteUnderBothRoots(const char* path)
@@ -106,8 +103,7 @@ bool RemoveRegistryEntries()
 {
     char path[kKeyPathCapacity];
 
-    DeleteRegistryTree(HKEY_CURRENT_USER, g_setup.registryKey);
-    DeleteRegistryTree(HKEY_LOCAL_MACHINE, g_setup.registryKey);
+    deleteUnderBothRoots(g_setup.registryKey);
     HOI_CopyA(path, sizeof path, "Software\\", "Harwick-Orbel\\", kProductsKey);
     deleteUnderBothRoots(path);
     if (!pace(20))

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr int kNoInstallationMessage = 9;
-constexpr DWORD kDeleteAtRestart = MOVEFILE_REPLACE_EXISTING | MOVEFILE_DELAY_UNTIL_REBOOT;
 // The program's own files in the installation folder: they are in use while the removal runs,
 // so the system deletes them at the next restart.
 constexpr const char* kProgramFiles[] = {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe"};
@@ -21,11 +20,6 @@ constexpr const char* kProgramFiles[] = {"holang.dll", "hosetup.chm", "hosetup.g
 // cancel. It does no work.
 constexpr int kPacingStep = 2;
 constexpr DWORD kPacingSleepMs = 40;
-
-void scheduleDeletion(const char* path)
-{
-    MoveFileExA(path, nullptr, kDeleteAtRestart);
-}
 
 // Removes folder, then computes its parent into the same buffer. When there is no parent the
 // buffer keeps the folder and the caller's next step simply acts on it once more.
@@ -74,17 +68,17 @@ void scheduleRestartDeletions()
     char path[kPathCapacity];
     for (const char* name : kProgramFiles) {
         HOI_CopyA(path, sizeof path, g_setup.installFolder, name);
-        scheduleDeletion(path);
+        DeleteAtRestart(path);
     }
     // The folder and then its parent: a folder directly under a drive root has no parent that
     // can be computed, so it is scheduled twice, which is harmless.
     HOI_CopyA(path, sizeof path, g_setup.installFolder);
     StripTrailingSeparator(path);
-    scheduleDeletion(path);
+    DeleteAtRestart(path);
     HOI_CopyA(path, sizeof path, g_setup.installFolder);
     ParentFolder(path, path, sizeof path);
     StripTrailingSeparator(path);
-    scheduleDeletion(path);
+    DeleteAtRestart(path);
 }
 
 bool installationRecorded()
@@ -94,16 +88,6 @@ bool installationRecorded()
     if (!g_setup.optionSilent)
         AlertNotice(g_setup.mainWindow, eMessageText[kNoInstallationMessage]);
     return false;
-}
-
-bool paceClosingRun()
-{
-    for (int value = 0; value <= 100; value += kPacingStep) {
-        if (!SetProgress(value, 100))
-            return false;
-        Sleep(kPacingSleepMs);
-    }
-    return true;
 }
 
 } // namespace
@@ -139,7 +123,7 @@ bool RunRemoval()
 
     ShowProgressStage(true, 7, 0, 0);
     RemoveShortcuts();
-    if (!paceClosingRun())
+    if (!paceProgress(0, 100, kPacingStep, kPacingSleepMs))
         return false;
     // Deleted desktop links vanish at once instead of at the desktop's next repaint.
     RedrawWindow(nullptr, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);

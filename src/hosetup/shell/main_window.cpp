@@ -100,7 +100,7 @@ void scheduleProgramFilesDeletion()
     char path[kPathCapacity];
     for (const char* name : kProgramFiles) {
         HOI_CopyA(path, sizeof path, g_setup.programFolder, name);
-        MoveFileExA(path, nullptr, MOVEFILE_REPLACE_EXISTING | MOVEFILE_DELAY_UNTIL_REBOOT);
+        DeleteAtRestart(path);
     }
 }
 

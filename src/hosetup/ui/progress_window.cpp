@@ -95,6 +95,16 @@ void pumpWindowMessages()
     }
 }
 
+bool paceProgress(int from, int to, int step, DWORD sleepMs)
+{
+    for (int value = from; value <= to; value += step) {
+        if (!SetProgress(value, 100))
+            return false;
+        Sleep(sleepMs);
+    }
+    return true;
+}
+
 int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total)
 {
     const StageBand& band = bandOf(stage);

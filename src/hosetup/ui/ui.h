@@ -126,7 +126,11 @@ int AskReplaceFile(HWND owner, const char* path, const char* existingText, const
 // ui/progress_window.cpp
 bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total);
 bool SetProgress(std::int64_t value, std::int64_t total);
-void pumpWindowMessages();   // what is queued, the progress window's messages through it first
+void pumpWindowMessages();
+// A pacing loop: reports from, from + step, ... up to `to` of 100 and sleeps after each report.
+// It does no work; it gives the bar a visible run and the user a chance to cancel between
+// stages. False as soon as a report says stop.
+bool paceProgress(int from, int to, int step, DWORD sleepMs);   // what is queued, the progress window's messages through it first
 // Bar position for (value, total) within the band of `stage`: the arithmetic alone.
 int progressBarPosition(std::uint32_t stage, std::int64_t value, std::int64_t total);
 
