@@ -17,8 +17,8 @@ bool IsDistributionName(const std::string& name)
     const std::size_t partLength = sizeof(kPartSuffix) - 1;
     if (base.size() > partLength && base.compare(base.size() - partLength, partLength, kPartSuffix) == 0)
         base.resize(base.size() - partLength);
-    for (const char* own : kProgramFiles)
-        if (FoldCase(base) == own) return true;
+    for (const ProgramFile& own : kProgramFiles)
+        if (own.packaged && FoldCase(base) == own.name) return true;
     if (base.size() != 8 || base.front() != '_' || base.back() != '_') return false;
     for (std::size_t i = 1; i < 7; ++i)
         if (!std::isdigit(static_cast<unsigned char>(base[i]))) return false;

@@ -9,21 +9,16 @@
 #include <string>
 #include <vector>
 
-#include "../hosetup/setupdata/data_format.h"
+#include "format/data_format.h"
+#include "format/directory_ids.h"
+#include "format/name_rules.h"
+#include "format/program_files.h"
 
 namespace fs = std::filesystem;
 
 // ---- constants ------------------------------------------------------------------------------
 
-constexpr char kDataMemberName[] = "_000000_";     // member 0: the setup data file on the medium
-constexpr char kInstalledDataName[] = "hosetup.dat"; // record 0's name once installed
-constexpr std::size_t kMaxRecords = 100000;          // member names hold the index in five digits
 constexpr std::uint64_t kZip32Limit = 0xFFFFFFFFull; // a size or offset this large needs Zip64
-
-// The setup program's own files: they lie beside the data file, since the installation runs from
-// the distribution folder, and are records of the package, since the removal runs from the
-// installation folder.
-constexpr const char* kProgramFiles[] = {"hosetup.exe", "holang.dll", "hounzip.exe", "hosetup.chm"};
 
 // ---- types ----------------------------------------------------------------------------------
 
@@ -102,7 +97,7 @@ struct DataFileContents {
 
 // ---- functions ------------------------------------------------------------------------------
 
-// directory_ids.cpp
+// record_kinds.cpp: the shared directory-identifier table as the package sees it.
 RecordKind KindOfDirectoryId(std::uint32_t directoryId);
 bool IsIconDirectoryId(std::uint32_t directoryId);
 bool IsTransferable(RecordKind kind);      // counted by the installer's copy loop
@@ -110,7 +105,8 @@ bool CarriesFile(RecordKind kind);         // a file of the package (has a sourc
 const char* KindName(RecordKind kind);
 std::string PlaceName(std::uint32_t directoryId); // "INSTALL", "LIBRARY", "INSTALL\REL4", ...
 
-// text_checks.cpp
+// text_conversion.cpp: texts of a description turned into the data file's ANSI; the name checks
+// wrap the shared name rules.
 bool Utf8ToAnsi(const std::string& utf8, std::string& ansi);
 std::string CheckFileName(const std::string& name);      // empty when fine, else the reason
 std::string CheckRelativeFolder(const std::string& folder);

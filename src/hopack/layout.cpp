@@ -40,7 +40,10 @@ MemberKind MemberOf(RecordKind kind)
 void PlanProgramFiles(const PackageDescription& d, const fs::path& programDir, PackageLayout& layout,
                       Diagnostics& diag)
 {
-    for (const char* name : kProgramFiles) {
+    for (const ProgramFile& own : kProgramFiles) {
+        if (!own.packaged)
+            continue;
+        const char* name = own.name;
         const DescribedFile* listed = nullptr;
         for (const DescribedFile& file : d.files)
             if (CarriesFile(KindOfDirectoryId(file.directoryId)) && file.subFolder.empty() &&
@@ -145,8 +148,8 @@ void PlanShortcuts(const PackageDescription& d, const std::vector<std::size_t>& 
 
 std::string MemberName(std::size_t recordIndex)
 {
-    char name[16];
-    std::snprintf(name, sizeof(name), "_%05u%u_", static_cast<unsigned>(recordIndex), 0u);
+    char name[kMemberNameCapacity];
+    formatMemberName(recordIndex, name, sizeof name);
     return name;
 }
 

@@ -16,7 +16,7 @@ void HopackTest::SetUp()
     dir = pattern;
     programDir = dir / "program";
     fs::create_directories(programDir);
-    for (const char* name : {"hosetup.exe", "holang.dll", "hounzip.exe", "hosetup.chm"})
+    for (const char* name : {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"})
         WriteText(programDir / name, std::string("own file ") + name + "\n");
 }
 

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "data_format.h"
+#include "format/data_format.h"
 
 namespace fs = std::filesystem;
 

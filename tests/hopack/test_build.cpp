@@ -4,7 +4,7 @@
 
 namespace {
 
-const char* const kOwnFiles[] = {"hosetup.exe", "holang.dll", "hounzip.exe", "hosetup.chm"};
+const char* const kOwnFiles[] = {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"};
 
 struct Expected {
     std::uint32_t id;

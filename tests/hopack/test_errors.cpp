@@ -58,7 +58,7 @@ const Case kCases[] = {
     {"subfolder with a slash", kProduct + kFileA + "subfolder = \"Lib/Other\"\n",
      "the subfolder uses '/'"},
     {"reserved character in a name", kProduct + kFileA + "name = \"a:b.txt\"\n",
-     "the name holds the character ':'"},
+     "the name holds a reserved character"},
     {"duplicate target", kProduct + kFileA + "[[file]]\nsource = \"a.txt\"\ndirectory = 21\nname = \"A.TXT\"\n",
      "file 1 (\"a.txt\"): installs to INSTALL\\a.txt like"},
     {"target of the data file", kProduct + "[[file]]\nsource = \"a.txt\"\ndirectory = 100\nname = \"hosetup.dat\"\n",

@@ -58,8 +58,8 @@ TEST_F(ListTest, ShowsHeaderRecordsAndShortcuts)
               (std::vector<std::string>{"0", "0", "plain", std::to_string(data.bytes), std::to_string(data.bytes),
                                         "_000000_", "INSTALL", "-", "hosetup.dat"}));
     EXPECT_EQ(Row(out, "hounzip.exe"),
-              (std::vector<std::string>{"3", "0", "plain", std::to_string(data.files[3].size),
-                                        std::to_string(data.files[3].size), "_000030_", "INSTALL", "-", "hounzip.exe"}));
+              (std::vector<std::string>{"4", "0", "plain", std::to_string(data.files[4].size),
+                                        std::to_string(data.files[4].size), "_000040_", "INSTALL", "-", "hounzip.exe"}));
     EXPECT_EQ(Row(out, "hovistrel.exe"),
               (std::vector<std::string>{"5", "10", "packed", std::to_string(fs::file_size(dir / "pkg/hovistrel.exe")),
                                         std::to_string(fs::file_size(dir / "out/_000050_")), "_000050_",

@@ -17,7 +17,6 @@ constexpr WORD kHtmlHelpAOrdinal = 14;
 constexpr WORD kHtmlHelpWOrdinal = 15;
 constexpr std::size_t kHelpPathCapacity = 260;
 constexpr UINT kHelpDisplayTopic = 0;          // HH_DISPLAY_TOPIC: the file's default topic
-constexpr char kSetupHelpFile[] = "hosetup.chm"; // beside the program
 
 // ---- types ----------------------------------------------------------------------------------
 

@@ -1,7 +1,8 @@
 // The help button's target: the setup program's own help file in the HTML Help viewer, reached
 // through the control's two entries, each bound on its first call.
 #include "help/help.h"
-#include "shell/setup_state.h"
+#include "format/program_files.h"
+#include "core/setup_state.h"
 #include "strings/hoi_strings.h"
 
 namespace {
@@ -31,7 +32,7 @@ HWND HtmlHelpW(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data)
 void ShowSetupHelp()
 {
     char path[kHelpPathCapacity];
-    HOI_CopyA(path, sizeof path, g_setup.programFolder, kSetupHelpFile);
+    HOI_CopyA(path, sizeof path, g_setup.programFolder, kSetupHelpName);
     // The viewer's window (or its absence) is of no further interest: the page stays open.
     HtmlHelpA(nullptr, path, kHelpDisplayTopic, 0);
 }

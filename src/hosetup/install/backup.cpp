@@ -1,7 +1,7 @@
 // An update's backups: the files its backup records name, and the product's four settings files,
 // copied into this run's backup tree before anything is replaced.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "setupdata/setupdata.h"

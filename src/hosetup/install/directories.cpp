@@ -2,7 +2,7 @@
 // run's backup tree. Each folder that did not exist is logged as a "#" line, so that the removal
 // can take it away again.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "setupdata/setupdata.h"
@@ -38,7 +38,7 @@ bool makeFolderOnce(FolderCache* cache, const char* folder)
 {
     if (alreadyMade(*cache, folder))
         return true;
-    if (!CreateFolderChain(folder, true))
+    if (!MakeFolderChain(folder, true))
         return false;
     if (cache->count < kFolderCacheSize)
         HOI_CopyA(cache->folders[cache->count++], kPathCapacity, folder);
@@ -59,7 +59,7 @@ bool createFolders(const char* banner, const char* const* fixedFolders, int fixe
         return false;
     LogBanner(banner);
     for (int i = 0; i < fixedCount; ++i) {
-        if (!CreateFolderChain(fixedFolders[i], true))
+        if (!MakeFolderChain(fixedFolders[i], true))
             return false;
     }
     FolderCache* cache = static_cast<FolderCache*>(std::calloc(1, sizeof(FolderCache)));

@@ -3,7 +3,7 @@
 // one second apart, and then cancels, so the run ends with a failure code rather than hanging
 // or reporting success with a file missing.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "ui/ui.h"
 
 namespace {

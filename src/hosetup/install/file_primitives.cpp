@@ -1,11 +1,8 @@
 // File and folder primitives the installation and the removal stand on: each is one system call
 // or a short loop of them with a fixed rule for success. The empty (zero) handle means no file:
 // every handle operation fails for it without calling the system.
-#include "install/install.h"
-#include "shell/shell.h"
+#include "install/file_primitives.h"
 #include "strings/hoi_strings.h"
-#include "holang.h"
-#include "ui/ui.h"
 
 #include <io.h>
 #include <cstring>
@@ -15,29 +12,6 @@ namespace {
 bool isSeparator(char c)
 {
     return c == '\\' || c == '/';
-}
-
-// Length of the root of a folder path with its closing separator ("C:\" is 3, "\\srv\share\" is
-// the position after the share's backslash), or 0 when the path has no valid root.
-std::size_t rootLength(const char* path)
-{
-    if (path[0] == '\\' && path[1] == '\\') {
-        std::size_t i = 2;
-        const std::size_t server = i;
-        while (path[i] && !isSeparator(path[i]))
-            ++i;
-        if (i == server || !isSeparator(path[i]))
-            return 0;
-        const std::size_t share = ++i;
-        while (path[i] && !isSeparator(path[i]))
-            ++i;
-        if (i == share || !isSeparator(path[i]))
-            return 0;
-        return i + 1;
-    }
-    if (path[0] != '\0' && path[1] == ':' && path[2] == '\\')
-        return 3;
-    return 0;
 }
 
 } // namespace
@@ -186,82 +160,23 @@ bool CloseFile(HANDLE file)
     return CloseHandle(file) != FALSE;
 }
 
-bool IsFolderPath(const char* path)
+bool CreateFolderChain(const char* path, FolderLevels* missing)
 {
-    char copy[kPathCapacity];
-    HOI_CopyA(copy, sizeof copy, path);
-    HOI_PathA(copy, sizeof copy);
-    const std::size_t root = rootLength(copy);
-    if (root == 0 || copy[root] == '\0')
-        return false;           // no root, or nothing after it ("C:\" alone)
-    for (std::size_t i = root; copy[i]; ++i) {
-        if (isSeparator(copy[i]) && isSeparator(copy[i - 1]))
-            return false;       // an empty element
-    }
-    return true;
-}
-
-// On failure parent keeps what it held, so a caller may compute the parent into the buffer that
-// holds the path and act on the same path again when there is none.
-bool ParentFolder(const char* path, char* parent, std::size_t capacity)
-{
-    if (!IsFolderPath(path))
-        return false;
-    char copy[kPathCapacity];
-    HOI_CopyA(copy, sizeof copy, path);
-    HOI_PathA(copy, sizeof copy);
-    const std::size_t length = std::strlen(copy);
-    if (length < 2)
-        return false;
-    std::size_t n = length - 2;
-    if (n == 0 || n > 258)
-        return false;
-    while (!isSeparator(copy[n])) {
-        if (n <= 5)
-            return false;
-        --n;
-    }
-    if (n < 5)
-        return false;
-    copy[n + 1] = '\0';
-    HOI_CopyA(parent, capacity, copy);
-    return true;
-}
-
-void StripTrailingSeparator(char* path)
-{
-    const std::size_t length = std::strlen(path);
-    if (length > 0 && isSeparator(path[length - 1]))
-        path[length - 1] = '\0';
-}
-
-void FolderOfPath(const char* path, char* folder, std::size_t capacity)
-{
-    getFolderOfPath(path, folder, capacity);
-}
-
-bool CreateFolderChain(const char* path, bool logIt)
-{
+    if (missing)
+        missing->count = 0;
     char folder[kPathCapacity];
     HOI_CopyA(folder, sizeof folder, path);
     HOI_PathA(folder, sizeof folder);
-    const std::size_t root = IsFolderPath(folder) ? rootLength(folder) : 0;
-    if (root == 0) {
-        char message[kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eMessageText[5], folder);
-        AlertError(g_setup.mainWindow, message);
+    const std::size_t root = IsFolderPath(folder) ? folderRootLength(folder) : 0;
+    if (root == 0)
         return false;
-    }
     char level[kPathCapacity];
     for (std::size_t i = root; folder[i]; ++i) {
         if (!isSeparator(folder[i]))
             continue;
         HOI_CopyPartA(level, sizeof level, folder, i + 1);
-        if (logIt && g_setup.logFile && !PathExists(level)) {
-            char line[kMessageCapacity];
-            const std::size_t length = HOI_PrintA(line, sizeof line, "#%s", level);
-            WriteLogLine(g_setup.logFile, line, length);
-        }
+        if (missing && missing->count < kMaxFolderLevels && !PathExists(level))
+            HOI_CopyA(missing->level[missing->count++], kPathCapacity, level);
         CreateFolder(level);
     }
     return true;

@@ -2,7 +2,8 @@
 // deleted; an existing target is replaced silently, kept, or asked about. Progress moves by
 // packed bytes, and every target path goes into the setup log for the removal.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "format/program_files.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "setupdata/setupdata.h"
@@ -15,7 +16,6 @@
 namespace {
 
 constexpr char kDefaultDrawing[] = "hovistrel.hod";
-constexpr char kUnpackerName[] = "hounzip.exe";
 constexpr char kHelpExtension[] = ".chm";
 constexpr char kHelpIndexExtension[] = ".chw";
 // A target counts as newer than its source only beyond this margin (100-ns units: 3,604 s), so
@@ -320,8 +320,8 @@ bool CopyFiles()
                 LogText(target);
             } else {
                 char source[kPathCapacity];
-                char member[32];
-                HOI_PrintA(member, sizeof member, "_%05d%d_", i, 0);
+                char member[kMemberNameCapacity];
+                formatMemberName(static_cast<std::size_t>(i), member, sizeof member);
                 HOI_CopyA(source, sizeof source, g_setup.sourceFolder, member);
                 bool keep = false;
                 const int reply = DecideReplace(i, target, source, replaceWithoutAsking, &keep);

@@ -1,10 +1,22 @@
-// Interface of the installation: the sequence, its steps, the setup log and the file and process
-// primitives that the installation and the removal stand on.
+// Interface of the installation: the sequence and its steps, the setup log (written here, read by
+// the removal), the product's links, and the file and process primitives (file_primitives.h)
+// that the installation and the removal stand on.
 #pragma once
 
 #include <windows.h>
 #include <cstddef>
 #include <cstdint>
+
+#include "install/file_primitives.h"
+
+// ---- types ----------------------------------------------------------------------------------
+
+// What a line of the setup log stands for, told by its first character.
+enum class LogLineKind {
+    Banner,   // "*": a banner or the "Skipped file" marker
+    Folder,   // "#": a created folder, with its closing backslash
+    File,     // anything else, the path after a "Skipped file" marker too
+};
 
 // ---- functions ------------------------------------------------------------------------------
 
@@ -23,37 +35,16 @@ bool CreateDirectories();
 // Retry (7), skip (8) or cancel (2) after the attempt-th failed copy of a file.
 int askAfterFailedCopy(const char* message, int attempt);
 
-// install/file_primitives.cpp
-bool PathExists(const char* path);                  // a file or a folder
-bool DeleteFileAt(const char* path);
-bool RemoveFolder(const char* folder);              // false at once for an invalid folder path
-bool OpenForReading(HANDLE* file, const char* path);
-bool CreateForWriting(HANDLE* file, const char* path);
-bool CreateFolder(const char* folder);              // one level; true when it exists already
-bool OpenForAppending(HANDLE* file, const char* path);
-std::uint64_t GetSize(HANDLE file);
-std::uint32_t ReadBytes(HANDLE file, void* buffer, std::uint32_t count);
-std::uint32_t WriteBytes(HANDLE file, const void* buffer, std::uint32_t count);
-bool Seek(HANDLE file, std::int64_t distance, int origin);   // origin 0 start, 1 current, 2 end
-// One line that ended in a pair of line-end bytes; blank-led lines are skipped.
-bool ReadTextLine(HANDLE file, char* buffer, std::size_t capacity);
-bool WriteLogLine(HANDLE file, const char* text, std::size_t length);
-bool CloseFile(HANDLE file);
-bool IsFolderPath(const char* path);                // absolute drive or UNC folder, no empty element
-bool ParentFolder(const char* path, char* parent, std::size_t capacity);
-void StripTrailingSeparator(char* path);
-void FolderOfPath(const char* path, char* folder, std::size_t capacity);
-bool CreateFolderChain(const char* path, bool logIt);
-void DeleteFolderTree(const char* folder);
-void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart
-
 // install/process_wait.cpp
 // Waits for a process to end while dispatching window messages; false when the wait failed.
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode);
 bool copyFilePumping(const char* source, const char* target, bool failIfExists);
 
-// install/shortcuts.cpp
+// install/links.cpp: the product's links, made by the installation and removed by both runs.
 bool CreateShortcuts();
+// Deletes the desktop link and the Start-menu group of this product and of earlier releases.
+void RemoveShortcuts();
+const char* const* earlierLinkNames();   // ended by an entry whose first byte is 4
 bool MakeShellLink(struct IShellLinkA* link, struct IPersistFile* persist, const char* target, const char* iconFile,
                    int iconIndex, const char* linkFile, const char* workingFolder, const char* arguments,
                    int showCommand, const char* description);
@@ -61,7 +52,15 @@ bool MakeShellLink(struct IShellLinkA* link, struct IPersistFile* persist, const
 // install/setup_log.cpp
 void formatLogTime(char* buffer, std::size_t capacity);  // "YYYY-MM-DD hh:mm:ss", local time
 const char* logModeWord();                              // "update" or "standard"
+// folder + the log's file name.
+void SetupLogPath(const char* folder, char* path, std::size_t capacity);
+LogLineKind classifyLogLine(const char* line);
+// CreateFolderChain with the alert of a path that is no folder path, and with each level it made
+// logged as a "#" line when logIt is set and a log is open.
+bool MakeFolderChain(const char* path, bool logIt);
 bool OpenLog();
+// Writes the EXITING banner and closes the log, when one is open.
+void CloseLog();
 void LogText(const char* text);                         // one line, when a log is open
 void LogBanner(const char* format);                     // format takes the mode word and the time
 void LogTimedLine(const char* format);                  // format takes the time only

@@ -3,7 +3,8 @@
 // to return false at once; nothing is rolled back, and the log records what was done so that a
 // removal can clear it.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "format/program_files.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "registry/registry.h"
@@ -14,7 +15,6 @@
 
 namespace {
 
-constexpr char kDataFileMember[] = "_000000_";
 constexpr char kEarliestCompileDate[] = "2003-04-01";
 
 // An earlier installation that is newer than this package, or older than any this program can
@@ -42,7 +42,7 @@ bool confirmInstallOverExisting()
     if (g_setup.updateInstall || g_setup.optionSilent)
         return true;
     char program[kPathCapacity];
-    HOI_CopyA(program, sizeof program, g_setup.installFolder, "hosetup.exe");
+    HOI_CopyA(program, sizeof program, g_setup.installFolder, kSetupProgramName);
     if (!PathExists(program))
         return true;
     return AlertRetryCancelDefaultCancel(g_setup.mainWindow, eMessageText[32]) != kButtonCancel;
@@ -63,7 +63,7 @@ bool prepareBackupsOrLog()
         return CreateBackupDirectories();
     }
     char log[kPathCapacity];
-    HOI_CopyA(log, sizeof log, g_setup.commonDataFolder, "hosetup.log");
+    SetupLogPath(g_setup.commonDataFolder, log, sizeof log);
     DeleteFileAt(log);
     return true;
 }
@@ -73,7 +73,7 @@ bool prepareBackupsOrLog()
 bool RunInstallation()
 {
     char dataFile[kPathCapacity];
-    HOI_CopyA(dataFile, sizeof dataFile, g_setup.sourceFolder, kDataFileMember);
+    HOI_CopyA(dataFile, sizeof dataFile, g_setup.sourceFolder, kDataMemberName);
     if (!readSetupDataFile(dataFile))
         return false;
     if (!earlierInstallationAllowsUpdate())

@@ -2,7 +2,7 @@
 // one GUI thread keeps dispatching window messages, so the progress window repaints and its
 // cancel button is heard (the question itself comes at the next progress report).
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "ui/ui.h"
 
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode)

@@ -1,7 +1,9 @@
 // The setup log hosetup.log: banners, "#" folder lines and bare file paths. It is the contract
-// between installation and removal, so its lines are never translated.
+// between installation and removal, so its lines are never translated. The installation writes
+// it here; the removal reads it back through the same module's line kinds.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
+#include "format/program_files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "ui/ui.h"
@@ -10,7 +12,6 @@
 
 namespace {
 
-constexpr char kLogName[] = "hosetup.log";
 constexpr int kLogQuestionKind = 13;   // file alert: the log cannot be opened, go on without?
 
 // An update that finds the earlier log only in the installation folder carries it over, so the
@@ -24,12 +25,26 @@ void carryOverEarlierLog(const char* logPath)
         return;
     }
     char earlier[kPathCapacity];
-    HOI_CopyA(earlier, sizeof earlier, g_setup.installFolder, kLogName);
+    SetupLogPath(g_setup.installFolder, earlier, sizeof earlier);
     if (PathExists(earlier))
         CopyFileA(earlier, logPath, TRUE);
 }
 
 } // namespace
+
+void SetupLogPath(const char* folder, char* path, std::size_t capacity)
+{
+    HOI_CopyA(path, capacity, folder, kSetupLogName);
+}
+
+LogLineKind classifyLogLine(const char* line)
+{
+    if (line[0] == '*')
+        return LogLineKind::Banner;
+    if (line[0] == '#')
+        return LogLineKind::Folder;
+    return LogLineKind::File;
+}
 
 void formatLogTime(char* buffer, std::size_t capacity)
 {
@@ -72,18 +87,38 @@ void LogBanner(const char* format)
     WriteLogLine(g_setup.logFile, line, length);
 }
 
+bool MakeFolderChain(const char* path, bool logIt)
+{
+    FolderLevels missing;
+    if (!CreateFolderChain(path, &missing)) {
+        char folder[kPathCapacity];
+        char message[kMessageCapacity];
+        HOI_CopyA(folder, sizeof folder, path);
+        HOI_PathA(folder, sizeof folder);
+        HOI_PrintA(message, sizeof message, eMessageText[5], folder);
+        AlertError(g_setup.mainWindow, message);
+        return false;
+    }
+    for (std::size_t i = 0; logIt && i < missing.count; ++i) {
+        char line[kMessageCapacity];
+        HOI_PrintA(line, sizeof line, "#%s", missing.level[i]);
+        LogText(line);
+    }
+    return true;
+}
+
 bool OpenLog()
 {
     if (g_setup.logFile)
         return true;
 
     const bool folderExisted = PathExists(g_setup.commonDataFolder);
-    if (!folderExisted && (!CreateFolderChain(g_setup.commonDataFolder, false) ||
+    if (!folderExisted && (!MakeFolderChain(g_setup.commonDataFolder, false) ||
                            !PathExists(g_setup.commonDataFolder)))
         return false;
 
     char logPath[kPathCapacity];
-    HOI_CopyA(logPath, sizeof logPath, g_setup.commonDataFolder, kLogName);
+    SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
     carryOverEarlierLog(logPath);
 
     HANDLE file = nullptr;
@@ -110,4 +145,13 @@ bool OpenLog()
     HOI_PrintA(line, sizeof line, "#%s", g_setup.commonDataFolder);
     LogText(line);
     return true;
+}
+
+void CloseLog()
+{
+    if (!g_setup.logFile)
+        return;
+    LogBanner("***** Vistrel %s installation: EXITING, %s *****\r\n");
+    CloseFile(g_setup.logFile);
+    g_setup.logFile = nullptr;
 }

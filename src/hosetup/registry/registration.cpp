@@ -3,10 +3,11 @@
 // created, written and closed before the next; the first key that cannot be created ends the
 // step with its own report number.
 #include "registry/registry.h"
-#include "shell/shell.h"
+#include "format/program_files.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
-#include "install/install.h"
+#include "strings/paths.h"
 
 namespace {
 
@@ -19,7 +20,6 @@ constexpr int kBuildDay = 29;
 constexpr std::int32_t kBuildNumber = 1129;
 
 constexpr char kPublisher[] = "Harwick-Orbel GmbH";
-constexpr char kSetupProgram[] = "hosetup.exe";
 constexpr char kIconModule[] = "hovistrellib.dll";
 constexpr char kKeyError[] = "Error creating key in registry.";
 
@@ -91,7 +91,7 @@ bool writeUninstallEntry(std::uint32_t reportNumber)
     SetRegistryString(key, "DisplayIcon", value);
     HOI_PrintA(value, sizeof value, "%s Release %s", header ? header->productName : "", kReleaseYear);
     SetRegistryString(key, "DisplayName", value);
-    HOI_PrintA(value, sizeof value, "\"%s%s\" -x", g_setup.installFolder, kSetupProgram);
+    HOI_PrintA(value, sizeof value, "\"%s%s\" -x", g_setup.installFolder, kSetupProgramName);
     SetRegistryString(key, "UninstallString", value);
     SetRegistryString(key, "InstallLocation", g_setup.installFolder);
     SetRegistryString(key, "Publisher", kPublisher);

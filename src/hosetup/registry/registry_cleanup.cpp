@@ -3,10 +3,10 @@
 // left in it. The work is cut into four paced portions so that the bar moves and the user can
 // cancel between them; every deletion result is ignored.
 #include "registry/registry.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
-#include "install/install.h"
+#include "strings/paths.h"
 #include "ui/ui.h"
 
 #include <cstring>

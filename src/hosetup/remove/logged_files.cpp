@@ -2,35 +2,18 @@
 // folders, deepest first, as far as they have become empty. Nothing outside the log is touched.
 #include "remove/remove.h"
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 
 namespace {
 
-// What a line of the log stands for, told by its first character.
-enum class LineKind {
-    Banner,   // "*": a banner or the "Skipped file" marker
-    Folder,   // "#": a created folder, with its closing backslash
-    File,     // anything else, the path after a "Skipped file" marker too
-};
-
-constexpr char kLogName[] = "hosetup.log";
 constexpr int kLogAlertKind = 12;
 // The counting pass moves the bar once for every ten counted lines and reaches the end of its
 // stage after this many lines.
 constexpr int kCountedLinesForFullBar = 500;
 constexpr int kLinesPerReport = 10;
 constexpr int kCountingFloor = 10;
-
-LineKind classify(const char* line)
-{
-    if (line[0] == '*')
-        return LineKind::Banner;
-    if (line[0] == '#')
-        return LineKind::Folder;
-    return LineKind::File;
-}
 
 bool rewind(const char* logPath)
 {
@@ -75,10 +58,10 @@ bool countLogLines(HANDLE log, LogLineCount* count)
                 return false;
             ++count->reports;
         }
-        const LineKind kind = classify(line);
-        if (kind != LineKind::Banner)
+        const LogLineKind kind = classifyLogLine(line);
+        if (kind != LogLineKind::Banner)
             ++count->counted;
-        if (kind == LineKind::Folder)
+        if (kind == LogLineKind::Folder)
             ++count->folders;
     }
     return true;
@@ -91,7 +74,7 @@ bool RemoveLoggedFiles()
         g_setup.logFile = nullptr;
     }
     char logPath[kPathCapacity];
-    HOI_CopyA(logPath, sizeof logPath, g_setup.commonDataFolder, kLogName);
+    SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
     if (!OpenForReading(&g_setup.logFile, logPath)) {
         g_setup.logFile = nullptr;
         ShowFileAlert(g_setup.mainWindow, logPath, kLogAlertKind);
@@ -118,7 +101,7 @@ bool RemoveLoggedFiles()
     char line[kPathCapacity];
     std::int64_t unitsReported = 0;
     while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-        if (classify(line) != LineKind::File)
+        if (classifyLogLine(line) != LogLineKind::File)
             continue;
         if (!countUnit(&unitsReported))
             return false;
@@ -136,7 +119,7 @@ bool RemoveLoggedFiles()
             return false;
         bool found = false;
         while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-            if (classify(line) != LineKind::Folder || !PathExists(line + 1))
+            if (classifyLogLine(line) != LogLineKind::Folder || !PathExists(line + 1))
                 continue;
             found = true;
             RemoveFolder(line + 1);

@@ -1,5 +1,4 @@
-// Interface of the removal: the sequence, the deletion of what the setup log names, and the
-// removal of the product's links.
+// Interface of the removal: the sequence and the deletion of what the setup log names.
 #pragma once
 
 #include <windows.h>
@@ -27,7 +26,3 @@ bool RunRemoval();
 bool RemoveLoggedFiles();
 // Reads the log from where it stands to its end; false when the user confirmed a cancellation.
 bool countLogLines(HANDLE log, LogLineCount* count);
-
-// remove/shortcut_removal.cpp (also called by the installation before it makes new links)
-void RemoveShortcuts();
-const char* const* earlierLinkNames();   // ended by an entry whose first byte is 4

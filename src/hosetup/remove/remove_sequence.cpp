@@ -3,9 +3,10 @@
 // links. To stop means to return false at once; what was deleted stays deleted.
 #include "remove/remove.h"
 #include "install/install.h"
+#include "format/program_files.h"
 #include "registry/registry.h"
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "ui/ui.h"
@@ -13,9 +14,6 @@
 namespace {
 
 constexpr int kNoInstallationMessage = 9;
-// The program's own files in the installation folder: they are in use while the removal runs,
-// so the system deletes them at the next restart.
-constexpr const char* kProgramFiles[] = {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe"};
 // The closing run of the bar: 51 reports 40 ms apart, about two seconds and a last chance to
 // cancel. It does no work.
 constexpr int kPacingStep = 2;
@@ -33,9 +31,9 @@ void removeFolderAndStepUp(char* folder)
 void removeLogAndDataFolders()
 {
     char path[kPathCapacity];
-    HOI_CopyA(path, sizeof path, g_setup.commonDataFolder, "hosetup.log");
+    SetupLogPath(g_setup.commonDataFolder, path, sizeof path);
     DeleteFileAt(path);
-    HOI_CopyA(path, sizeof path, g_setup.installFolder, "hosetup.log");
+    SetupLogPath(g_setup.installFolder, path, sizeof path);
     DeleteFileAt(path);
 
     char folder[kPathCapacity] = "";
@@ -65,9 +63,13 @@ void removeDocumentFolders()
 
 void scheduleRestartDeletions()
 {
+    // The program's own files in the installation folder are in use while the removal runs, so
+    // the system deletes them at the next restart.
     char path[kPathCapacity];
-    for (const char* name : kProgramFiles) {
-        HOI_CopyA(path, sizeof path, g_setup.installFolder, name);
+    for (const ProgramFile& own : kProgramFiles) {
+        if (!own.heldByRemoval)
+            continue;
+        HOI_CopyA(path, sizeof path, g_setup.installFolder, own.name);
         DeleteAtRestart(path);
     }
     // The folder and then its parent: a folder directly under a drive root has no parent that
@@ -95,7 +97,7 @@ bool installationRecorded()
 bool RunRemoval()
 {
     char dataFile[kPathCapacity];
-    HOI_CopyA(dataFile, sizeof dataFile, g_setup.installFolder, "hosetup.dat");
+    HOI_CopyA(dataFile, sizeof dataFile, g_setup.installFolder, kInstalledDataName);
     if (!readSetupDataFile(dataFile))
         return false;
     if (!installationRecorded())

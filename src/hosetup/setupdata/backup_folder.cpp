@@ -1,7 +1,7 @@
 // The backup folder of a run: below the common data folder's backups root, one folder per run
 // named by the moment the run started, to the millisecond.
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

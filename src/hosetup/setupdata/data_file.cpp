@@ -2,7 +2,7 @@
 // shortcut records, read into the setup state. A file is either read completely or refused;
 // the rest of the program indexes the arrays by position and trusts the counts.
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 #include "holang.h"

@@ -3,7 +3,7 @@
 // language subkey for older ones); the product keeps per-user folders in HKEY_CURRENT_USER.
 // Folders that nothing recorded take defaults below the system's shell folders.
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

@@ -1,8 +1,8 @@
-// Directory identifiers: the numeric place of a file or shortcut record turned into a folder of
-// the setup state (optionally followed by a relative folder of the language module), and the
-// composition of full target and backup paths below the 260-character limit.
+// Directory identifiers turned into paths: the shared table's place of a file or shortcut record
+// becomes a folder of the setup state (optionally followed by a relative folder of the language
+// module), and full target and backup paths are composed below the 260-character limit.
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 #include "holang.h"
@@ -11,155 +11,24 @@
 
 namespace {
 
-enum class Base { Install, CommonData, UserData, Library, Drawing, Setting, Backup };
-
-// One place: a base folder, an eRelativePaths entry below it (0 for none), the free-space
-// category and the two marks of a file identifier.
-struct Place {
-    std::uint32_t id;
-    Base base;
-    int relative;
-    unsigned category;
-    bool core;
-    bool special;
-};
-
-constexpr Place kFilePlaces[] = {
-    {0, Base::Install, 0, kCategoryInstall, true, false},
-    {1, Base::Install, 0, kCategoryInstall, true, false},
-    {2, Base::Install, 0, kCategoryInstall, true, false},
-    {10, Base::Install, 0, kCategoryInstall, false, false},
-    {11, Base::Install, 0, kCategoryInstall, false, false},
-    {12, Base::Install, 0, kCategoryInstall, false, false},
-    {20, Base::Install, 0, kCategoryInstall, false, false},
-    {21, Base::Install, 0, kCategoryInstall, false, false},
-    {22, Base::Install, 0, kCategoryInstall, false, false},
-    {24, Base::Install, 0, kCategoryInstall, false, true},
-    {25, Base::Install, 0, kCategoryInstall, false, false},
-    {26, Base::Install, 0, kCategoryInstall, false, false},
-    {27, Base::Install, 0, kCategoryInstall, false, false},
-    {30, Base::CommonData, 0, kCategoryInstall, false, false},
-    {31, Base::CommonData, 0, kCategoryInstall, false, false},
-    {32, Base::CommonData, 0, kCategoryInstall, false, false},
-    {34, Base::CommonData, 0, kCategoryInstall, false, true},
-    {40, Base::Library, 0, kCategoryLibrary, false, false},
-    {41, Base::Library, 0, kCategoryLibrary, false, false},
-    {42, Base::Library, 0, kCategoryLibrary, false, false},
-    {44, Base::Library, 0, kCategoryLibrary, false, true},
-    {50, Base::Install, 4, kCategoryInstall, false, false},
-    {51, Base::Install, 4, kCategoryInstall, false, false},
-    {52, Base::Install, 4, kCategoryInstall, false, false},
-    {60, Base::Setting, 0, kCategorySetting, false, false},
-    {61, Base::Setting, 0, kCategorySetting, false, false},
-    {62, Base::Setting, 0, kCategorySetting, false, false},
-    {64, Base::Setting, 0, kCategorySetting, false, true},
-    {70, Base::UserData, 0, kCategoryInstall, false, false},
-    {71, Base::UserData, 0, kCategoryInstall, false, false},
-    {72, Base::UserData, 0, kCategoryInstall, false, false},
-    {74, Base::UserData, 0, kCategoryInstall, false, true},
-    {100, Base::Install, 0, kCategoryInstall, false, false},
-    {101, Base::Install, 0, kCategoryInstall, false, false},
-    {102, Base::Install, 0, kCategoryInstall, false, false},
-    {200, Base::Drawing, 0, kCategoryDrawing, false, false},
-    {201, Base::Drawing, 0, kCategoryDrawing, false, false},
-    {202, Base::Drawing, 0, kCategoryDrawing, false, false},
-    {204, Base::Drawing, 0, kCategoryDrawing, false, true},
-    {210, Base::Install, 8, kCategoryInstall, false, false},
-    {211, Base::Install, 8, kCategoryInstall, false, false},
-    {212, Base::Install, 8, kCategoryInstall, false, false},
-    {300, Base::Library, 0, kCategoryLibrary, false, false},
-    {301, Base::Library, 0, kCategoryLibrary, false, false},
-    {302, Base::Library, 0, kCategoryLibrary, false, false},
-    {304, Base::Library, 0, kCategoryLibrary, false, true},
-    {400, Base::Install, 5, kCategoryInstall, false, false},
-    {401, Base::Install, 5, kCategoryInstall, false, false},
-    {402, Base::Install, 5, kCategoryInstall, false, false},
-    {500, Base::Install, 6, kCategoryInstall, false, false},
-    {501, Base::Install, 6, kCategoryInstall, false, false},
-    {502, Base::Install, 6, kCategoryInstall, false, false},
-};
-
-// Backup entries: the live place and, as a second row with the same identifier, the place of
-// the copy in the backup tree.
-struct BackupPlace {
-    std::uint32_t id;
-    Base target;
-    Base backup;
-    int backupRelative;
-};
-
-constexpr BackupPlace kBackupPlaces[] = {
-    {23, Base::Install, Base::Backup, 0},
-    {33, Base::CommonData, Base::Backup, 7},
-    {43, Base::Library, Base::Backup, 2},
-    {63, Base::Setting, Base::Backup, 1},
-    {73, Base::UserData, Base::Backup, 10},
-    {203, Base::Drawing, Base::Backup, 3},
-    {303, Base::Library, Base::Backup, 2},
-};
-
-// Icon places of shortcuts: deliberately narrower than the file table (no x2 variants).
-constexpr Place kIconPlaces[] = {
-    {0, Base::Install, 0, 0, false, false},     {1, Base::Install, 0, 0, false, false},
-    {10, Base::Install, 0, 0, false, false},    {11, Base::Install, 0, 0, false, false},
-    {20, Base::Install, 0, 0, false, false},    {21, Base::Install, 0, 0, false, false},
-    {24, Base::Install, 0, 0, false, false},    {25, Base::Install, 0, 0, false, false},
-    {26, Base::Install, 0, 0, false, false},    {27, Base::Install, 0, 0, false, false},
-    {100, Base::Install, 0, 0, false, false},   {101, Base::Install, 0, 0, false, false},
-    {30, Base::CommonData, 0, 0, false, false}, {31, Base::CommonData, 0, 0, false, false},
-    {34, Base::CommonData, 0, 0, false, false},
-    {40, Base::Library, 0, 0, false, false},    {41, Base::Library, 0, 0, false, false},
-    {44, Base::Library, 0, 0, false, false},    {300, Base::Library, 0, 0, false, false},
-    {301, Base::Library, 0, 0, false, false},   {304, Base::Library, 0, 0, false, false},
-    {50, Base::Install, 4, 0, false, false},    {51, Base::Install, 4, 0, false, false},
-    {60, Base::Setting, 0, 0, false, false},    {61, Base::Setting, 0, 0, false, false},
-    {64, Base::Setting, 0, 0, false, false},
-    {70, Base::UserData, 0, 0, false, false},   {71, Base::UserData, 0, 0, false, false},
-    {74, Base::UserData, 0, 0, false, false},
-    {200, Base::Drawing, 0, 0, false, false},   {201, Base::Drawing, 0, 0, false, false},
-    {204, Base::Drawing, 0, 0, false, false},
-    {210, Base::Install, 8, 0, false, false},   {211, Base::Install, 8, 0, false, false},
-    {400, Base::Install, 5, 0, false, false},   {401, Base::Install, 5, 0, false, false},
-    {500, Base::Install, 6, 0, false, false},   {501, Base::Install, 6, 0, false, false},
-};
-
 constexpr int kMessagePathTooLong = 13;
 
-const char* baseFolder(Base base)
+const char* baseFolder(FolderBase base)
 {
     switch (base) {
-    case Base::Install: return g_setup.installFolder;
-    case Base::CommonData: return g_setup.commonDataFolder;
-    case Base::UserData: return g_setup.userDataFolder;
-    case Base::Library: return g_setup.libraryFolder;
-    case Base::Drawing: return g_setup.drawingFolder;
-    case Base::Setting: return g_setup.settingFolder;
-    case Base::Backup: return g_setup.backupFolder;
+    case FolderBase::Install: return g_setup.installFolder;
+    case FolderBase::CommonData: return g_setup.commonDataFolder;
+    case FolderBase::UserData: return g_setup.userDataFolder;
+    case FolderBase::Library: return g_setup.libraryFolder;
+    case FolderBase::Drawing: return g_setup.drawingFolder;
+    case FolderBase::Setting: return g_setup.settingFolder;
+    case FolderBase::Backup: return g_setup.backupFolder;
     }
     return "";
 }
 
-template <std::size_t N>
-const Place* findPlace(const Place (&table)[N], std::uint32_t id)
-{
-    for (const Place& place : table) {
-        if (place.id == id)
-            return &place;
-    }
-    return nullptr;
-}
-
-const BackupPlace* findBackupPlace(std::uint32_t id)
-{
-    for (const BackupPlace& place : kBackupPlaces) {
-        if (place.id == id)
-            return &place;
-    }
-    return nullptr;
-}
-
 // base folder + relative folder, cut at the path capacity.
-void startPath(char* path, Base base, int relative)
+void startPath(char* path, FolderBase base, int relative)
 {
     HOI_CopyA(path, kPathCapacity, baseFolder(base), relative ? eRelativePaths[relative] : nullptr);
 }
@@ -218,7 +87,7 @@ int resolveFilePath(int fileIndex, char* path, unsigned* category, bool* coreMar
     if (id % 10 == kDirectoryKindBackup)
         return kNoPathHere;
 
-    const Place* place = findPlace(kFilePlaces, id);
+    const FilePlace* place = findFilePlace(id);
     if (!place) {
         // Identifiers from 900 on belong to other programs of the package and are skipped.
         if (static_cast<std::int32_t>(id) < kFirstForeignDirectoryId)
@@ -262,7 +131,7 @@ int resolveShortcutIconPath(int shortcutIndex, char* path)
     if (!g_setup.shortcutRecords || shortcutIndex < 0 || shortcutIndex >= g_setup.shortcutCount)
         return kIconPlaceUnknown;
     const ShortcutRecord& record = g_setup.shortcutRecords[shortcutIndex];
-    const Place* place = findPlace(kIconPlaces, record.iconDirectoryId);
+    const FilePlace* place = findIconPlace(record.iconDirectoryId);
     if (!place)
         return kIconPlaceUnknown;
     char iconPath[sizeof record.iconPath + 1];

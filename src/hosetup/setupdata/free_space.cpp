@@ -2,7 +2,7 @@
 // folder category of their place, against the bytes free on the drive of the installation
 // folder.
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 #include "holang.h"

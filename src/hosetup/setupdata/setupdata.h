@@ -6,7 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "setupdata/data_format.h"
+#include "format/data_format.h"
+#include "format/directory_ids.h"
 
 // ---- constants ------------------------------------------------------------------------------
 
@@ -18,16 +19,6 @@ constexpr int kPathTooLong = 26;
 // Results of the shortcut icon lookup.
 constexpr int kIconPathFound = 40;
 constexpr int kIconPlaceUnknown = 41;
-
-// Folder categories of a resolved file (free-space groups).
-constexpr unsigned kCategoryInstall = 1;
-constexpr unsigned kCategoryDrawing = 2;
-constexpr unsigned kCategoryLibrary = 4;
-constexpr unsigned kCategorySetting = 8;
-
-// Identifiers from this value on (read as signed numbers) belong to no table of this program and
-// are skipped without a report.
-constexpr std::int32_t kFirstForeignDirectoryId = 900;
 
 // Free bytes that must remain beyond the files' sum.
 constexpr std::uint64_t kFreeSpaceMargin = 1023;

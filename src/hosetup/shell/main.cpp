@@ -12,7 +12,7 @@ int runSetupProgram(HINSTANCE instance, const char* commandLine)
 
     char programFile[kPathCapacity] = {};
     GetModuleFileNameA(nullptr, programFile, sizeof programFile - 1);
-    getFolderOfPath(programFile, g_setup.sourceFolder, kPathCapacity);
+    FolderOfPath(programFile, g_setup.sourceFolder, kPathCapacity);
 
     scanCommandLine(commandLine);
 

@@ -4,14 +4,10 @@
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
+#include "format/program_files.h"
 #include "install/install.h"
 #include "remove/remove.h"
 #include "ui/ui.h"
-
-// GDI+ needs the COM headers that WIN32_LEAN_AND_MEAN leaves out.
-#include <objidl.h>
-#include <propidl.h>
-#include <gdiplus.h>
 
 namespace {
 
@@ -19,12 +15,6 @@ constexpr std::uint32_t kLineRegisterClass = 175;
 constexpr int kDesignWidth = 580;
 constexpr int kDesignHeight = 400;
 constexpr DWORD kMainWindowStyle = WS_POPUP | WS_BORDER;
-
-// The program's own files, deleted at the next restart when a copy of the program was started
-// from a temporary place with -A.
-constexpr const char* kProgramFiles[] = {
-    "holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe", "hosetup.log", "hounzip.exe",
-};
 
 LRESULT onPaint(HWND window)
 {
@@ -95,11 +85,12 @@ LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
 
 } // namespace
 
+// A copy of the program started from a temporary place with -A removes all of its own files.
 void scheduleProgramFilesDeletion()
 {
     char path[kPathCapacity];
-    for (const char* name : kProgramFiles) {
-        HOI_CopyA(path, sizeof path, g_setup.programFolder, name);
+    for (const ProgramFile& own : kProgramFiles) {
+        HOI_CopyA(path, sizeof path, g_setup.programFolder, own.name);
         DeleteAtRestart(path);
     }
 }
@@ -155,49 +146,4 @@ bool createMainWindow(HINSTANCE instance)
     InvalidateRect(window, nullptr, TRUE);
     UpdateWindow(window);
     return true;
-}
-
-HBITMAP loadPngResource(HINSTANCE instance, const char* name, std::uint32_t* width, std::uint32_t* height)
-{
-    HRSRC resource = FindResourceA(instance, name, "PNG");
-    if (!resource)
-        return nullptr;
-    const DWORD size = SizeofResource(instance, resource);
-    HGLOBAL loaded = LoadResource(instance, resource);
-    const void* bytes = loaded ? LockResource(loaded) : nullptr;
-    if (!bytes || size == 0)
-        return nullptr;
-
-    Gdiplus::GdiplusStartupInput startup;
-    ULONG_PTR token = 0;
-    if (Gdiplus::GdiplusStartup(&token, &startup, nullptr) != Gdiplus::Ok)
-        return nullptr;
-
-    HBITMAP bitmap = nullptr;
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-    if (block) {
-        void* target = GlobalLock(block);
-        if (target) {
-            CopyMemory(target, bytes, size);
-            GlobalUnlock(block);
-            IStream* stream = nullptr;
-            if (CreateStreamOnHGlobal(block, FALSE, &stream) == S_OK) {
-                Gdiplus::Bitmap* image = Gdiplus::Bitmap::FromStream(stream);
-                stream->Release();
-                if (image) {
-                    if (image->GetLastStatus() == Gdiplus::Ok &&
-                        image->GetHBITMAP(Gdiplus::Color(0xFF000000), &bitmap) == Gdiplus::Ok) {
-                        *width = image->GetWidth();
-                        *height = image->GetHeight();
-                    } else {
-                        bitmap = nullptr;
-                    }
-                    delete image;
-                }
-            }
-        }
-        GlobalFree(block);
-    }
-    Gdiplus::GdiplusShutdown(token);
-    return bitmap;
 }

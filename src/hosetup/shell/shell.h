@@ -1,22 +1,19 @@
-// Interface of the program shell: start-up, command line, operating-system identification,
-// error reports, the language module and the main window. The setup state itself is declared in
-// setup_state.h.
+// Interface of the program shell, the top floor: start-up, command line, operating-system
+// identification, the language module, the run's setup-state lifecycle and the main window that
+// dispatches the run.
 #pragma once
 
 #include <windows.h>
 #include <cstddef>
 #include <cstdint>
 
-#include "shell/setup_state.h"
+#include "core/core.h"
 
 // ---- constants ------------------------------------------------------------------------------
 
 constexpr UINT kRunCommand = 100;              // posted to the main window to start the run
 constexpr std::size_t kCommandTokenCapacity = 760;
 constexpr std::size_t kWindowsNameCapacity = 32;
-constexpr std::size_t kErrorReportCapacity = 760;
-constexpr char kMainWindowClass[] = "HOSETUP6_MainWClass";
-constexpr char kProductWindowClass[] = "HOVISTREL_MainWClass"; // the installed product's window
 
 // ---- functions ------------------------------------------------------------------------------
 
@@ -36,10 +33,16 @@ void GetWindowsName(char* buffer);  // buffer of kWindowsNameCapacity characters
 void nameWindowsVersion(unsigned major, unsigned minor, std::uint32_t build, bool server,
                         char* buffer, std::size_t capacity);
 
-// shell/error_report.cpp
-void reportError(const char* moduleWord, std::uint32_t line, const char* text);
-void formatErrorReport(const char* moduleWord, std::uint32_t line, const char* text,
-                       char* buffer, std::size_t capacity);
+// shell/setup_lifecycle.cpp
+// Fills the state once the main window exists: the program folder, screen metrics and scale,
+// the splash picture, cursors, the body font; then resetSetupState. False after a report.
+bool initialiseSetup();
+// Prepares a run: counters and choices to their start values, the temporary folder as the
+// current one, and the detection of the folders.
+void resetSetupState();
+// Releases what the run holds: the data file's arrays, the progress window, GDI objects, and the
+// log after its EXITING banner.
+void exitSetup();
 
 // shell/language.cpp
 bool bindLanguageModule(HINSTANCE instance, void* languageInfo);
@@ -48,7 +51,6 @@ bool unbindLanguageModule();
 // shell/main_window.cpp
 bool registerMainWindowClass(HINSTANCE instance);
 bool createMainWindow(HINSTANCE instance);
-HBITMAP loadPngResource(HINSTANCE instance, const char* name, std::uint32_t* width, std::uint32_t* height);
 void mainWindowSize(double scale, int screenWidth, int screenHeight, DWORD style,
                     int* x, int* y, int* width, int* height);
 void scheduleProgramFilesDeletion();

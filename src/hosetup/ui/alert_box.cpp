@@ -2,7 +2,7 @@
 // come from eButtonText. The box returns the code of the button that closed it; Escape and the
 // close box give code 2 where the box has a cancel answer or only one button.
 #include "ui/ui.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

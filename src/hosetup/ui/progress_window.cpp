@@ -2,7 +2,7 @@
 // also the program's message pump while work is going on: each call empties the queue, moves
 // the bar and, if the cancel button was clicked since the last call, asks whether to stop.
 #include "ui/ui.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

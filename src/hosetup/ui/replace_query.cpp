@@ -1,7 +1,7 @@
 // The replace-file query: before an existing file that is newer than the one being installed is
 // overwritten, the user chooses to replace it, replace all such files, keep it, or cancel.
 #include "ui/ui.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

@@ -5,8 +5,9 @@
 
 #include <windows.h>
 #include <cstddef>
-#include "dialog_ids.h"
 #include <cstdint>
+
+#include "dialog_ids.h"
 
 // ---- constants ------------------------------------------------------------------------------
 
@@ -42,6 +43,14 @@ constexpr std::uint32_t kLineRemoveStartPage = 1539;
 constexpr std::uint32_t kLineRemoveFinishPage = 1658;
 constexpr std::uint32_t kLineProgressWindow = 1858;
 constexpr std::uint32_t kLineReplaceQuery = 1957;
+
+// Design sizes at 96 dpi that the layout and the skin share.
+constexpr int kDialogMargin = 24;         // left and right edge of the body text
+constexpr int kBannerDesignHeight = 60;
+constexpr int kAccentDesignHeight = 3;    // coloured rule under the banner
+constexpr int kButtonDesignGap = 8;
+// Texts are measured with the flags that paint them, so nothing is cut.
+constexpr UINT kDialogWrapFlags = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS;
 
 constexpr std::size_t kAlertCaptionCapacity = 760;
 constexpr std::size_t kFileAlertCapacity = 2048;
@@ -83,21 +92,25 @@ enum class DialogSkin { Plain, Banner, Footer };
 
 // ---- functions ------------------------------------------------------------------------------
 
-// ui/dialog_layout.cpp: sizes, fonts, placement and painting shared by every dialog. Every size
-// is a 96-dpi design size times g_setup.scale.
+// ui/layout.cpp: sizes and placement shared by every dialog. Every size is a 96-dpi design size
+// times g_setup.scale.
 int scaledSize(int designSize);
-HFONT dialogFont();        // the body font: eDefaultNames[1], 9 pt at the screen's scale
-HFONT dialogTitleFont();   // the banner title
 void centreOverMainWindow(HWND dialog);
-void setDialogIcon(HWND dialog);
 // Measures text in the body font as DrawText wraps it within width pixels; returns the height.
 int measureWrappedText(HWND window, const char* text, int width, int* usedWidth);
 void layoutWizardPage(HWND dialog, bool withCheckBox);
 void layoutProgressWindow(HWND dialog);
 void layoutAlertBox(HWND dialog, const AlertBoxState& state);
 void layoutReplaceQuery(HWND dialog);
-// Background and colours of the skinned dialogs; each returns false/null when it does not
-// handle the request, so the dialog procedure leaves it to the dialog manager.
+
+// ui/skin.cpp: fonts, background and colours of the skinned dialogs. Each painter returns
+// false/null when it does not handle the request, so the dialog procedure leaves it to the
+// dialog manager.
+HFONT dialogFont();        // the body font: eDefaultNames[1], 9 pt at the screen's scale
+HFONT dialogTitleFont();   // the banner title
+void setDialogIcon(HWND dialog);
+// Records where the banner and the footer of a laid-out dialog end, for the painter.
+void rememberDialogSkin(HWND dialog, DialogSkin skin, int bannerBottom, int footerTop);
 bool eraseDialogBackground(HWND dialog, HDC dc);
 HBRUSH dialogControlColour(HWND dialog, HDC dc, HWND control);
 void paintAlertText(const DRAWITEMSTRUCT* item, const char* text);
@@ -105,6 +118,10 @@ void forgetDialogSkin(HWND dialog);
 // Background, control colours and the skin's clean-up for any skinned dialog: true with the
 // dialog procedure's result in *result when the message was handled here.
 bool handleSkinMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, INT_PTR* result);
+
+// ui/splash.cpp
+// The PNG resource name of instance decoded into a bitmap; null when it is missing or no PNG.
+HBITMAP loadPngResource(HINSTANCE instance, const char* name, std::uint32_t* width, std::uint32_t* height);
 
 // ui/alert_box.cpp
 int ShowAlert(HWND owner, const char* text, int button1, int button2, int button3, int defaultButton);

@@ -2,7 +2,7 @@
 // is a modal dialog of the language module owned by the main window and answers one question:
 // go on (true) or stop (false). A silent run shows none of them.
 #include "ui/ui.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "help/help.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"

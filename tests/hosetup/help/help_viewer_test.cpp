@@ -5,8 +5,9 @@
 #include <string>
 
 #include "help/help.h"
+#include "format/program_files.h"
 #include "process.h"
-#include "shell/setup_state.h"
+#include "shell/shell.h"
 #include "strings/hoi_strings.h"
 
 namespace {
@@ -60,7 +61,7 @@ void closeHelpWindow(HWND window)
 TEST(SetupHelp, HelpButtonShowsTheHelpFileBesideTheProgram)
 {
     const std::string folder = testBinFolder();
-    ASSERT_TRUE(fileExists(folder + kSetupHelpFile));
+    ASSERT_TRUE(fileExists(folder + kSetupHelpName));
     HOI_CopyA(g_setup.programFolder, sizeof g_setup.programFolder, folder.c_str());
 
     ShowSetupHelp();
@@ -71,7 +72,7 @@ TEST(SetupHelp, HelpButtonShowsTheHelpFileBesideTheProgram)
 
 TEST(SetupHelp, BothEntriesReachTheViewer)
 {
-    const std::string file = testBinFolder() + kSetupHelpFile;
+    const std::string file = testBinFolder() + kSetupHelpName;
     HWND narrow = HtmlHelpA(nullptr, file.c_str(), kHelpDisplayTopic, 0);
     ASSERT_NE(narrow, nullptr);
     EXPECT_EQ(waitForHelpWindow(5000), narrow);

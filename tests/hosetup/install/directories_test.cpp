@@ -19,8 +19,8 @@ std::vector<std::string> folderLines(const std::vector<std::string>& lines)
 
 TEST_F(Directories, EachFolderIsMadeAndLoggedOnce)
 {
-    CreateFolderChain(g_setup.installFolder, false);
-    CreateFolderChain(g_setup.commonDataFolder, false);
+    CreateFolderChain(g_setup.installFolder, nullptr);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
     setRecords({{10, "a.exe", "Bin\\Deep"}, {10, "b.exe", "Bin\\Deep"}, {10, "c.exe", "Bin"},
                 {19, "ignored.txt", "Never"}, {13, "backup.txt", "NotHere"}, {40, "lib.hol", "Std"}});
     ASSERT_TRUE(CreateDirectories());
@@ -39,8 +39,8 @@ TEST_F(Directories, EachFolderIsMadeAndLoggedOnce)
 
 TEST_F(Directories, BeyondSixtyFourFoldersNothingIsLoggedTwice)
 {
-    CreateFolderChain(g_setup.commonDataFolder, false);
-    CreateFolderChain(g_setup.userDataFolder, false);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
+    CreateFolderChain(g_setup.userDataFolder, nullptr);
     std::vector<RecordPlan> records;
     static char names[70][8];
     for (int i = 0; i < 70; ++i) {
@@ -57,7 +57,7 @@ TEST_F(Directories, BeyondSixtyFourFoldersNothingIsLoggedTwice)
 
 TEST_F(Directories, BackupTreeFollowsTheBackupRecords)
 {
-    CreateFolderChain(g_setup.commonDataFolder, false);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
     g_setup.updateInstall = 1;
     setRecords({{63, "hovistrel.ini"}, {203, "plan.hod", "Projects"}, {23, "old.exe"}, {13, "none.txt"}});
     ASSERT_TRUE(CreateBackupDirectories());

@@ -93,7 +93,7 @@ TEST_F(Primitives, FolderChainLogsOnlyTheLevelsItMakes)
     CreateDirectoryA((root_ + "a").c_str(), nullptr);
     const std::string log = root_ + "chain.log";
     ASSERT_TRUE(CreateForWriting(&g_setup.logFile, log.c_str()));
-    EXPECT_TRUE(CreateFolderChain((root_ + "a\\b\\c").c_str(), true));
+    EXPECT_TRUE(MakeFolderChain((root_ + "a\\b\\c").c_str(), true));
     EXPECT_TRUE(PathExists((root_ + "a\\b\\c\\").c_str()));
     CloseFile(g_setup.logFile);
     g_setup.logFile = nullptr;
@@ -104,7 +104,7 @@ TEST_F(Primitives, FolderChainLogsOnlyTheLevelsItMakes)
 TEST_F(Primitives, FolderTreeGoesWithEverythingInIt)
 {
     const std::string tree = root_ + "tree\\";
-    CreateFolderChain((tree + "x\\y").c_str(), false);
+    CreateFolderChain((tree + "x\\y").c_str(), nullptr);
     writeFile(tree + "f.txt", "1");
     writeFile(tree + "x\\y\\g.txt", "2");
     DeleteFolderTree(tree.c_str());

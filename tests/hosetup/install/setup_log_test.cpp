@@ -31,7 +31,7 @@ TEST_F(SetupLog, FirstInstallationCreatesTheFolderAndLogsItWithItsParent)
 
 TEST_F(SetupLog, ExistingFolderGetsTheShortBannerAndKeepsOldLines)
 {
-    CreateFolderChain(g_setup.commonDataFolder, false);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
     writeFile(logPath(), "old line without end");
     g_setup.updateInstall = 1;
     ASSERT_TRUE(OpenLog());
@@ -45,8 +45,8 @@ TEST_F(SetupLog, ExistingFolderGetsTheShortBannerAndKeepsOldLines)
 
 TEST_F(SetupLog, UpdateCarriesTheLogOverFromTheInstallationFolder)
 {
-    CreateFolderChain(g_setup.installFolder, false);
-    CreateFolderChain(g_setup.commonDataFolder, false);
+    CreateFolderChain(g_setup.installFolder, nullptr);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
     const std::string earlier = std::string(g_setup.installFolder) + "hosetup.log";
     writeFile(earlier, "C:\\earlier\\file.txt\r\n");
     g_setup.updateInstall = 1;
@@ -60,8 +60,8 @@ TEST_F(SetupLog, UpdateCarriesTheLogOverFromTheInstallationFolder)
 
 TEST_F(SetupLog, StandardInstallationNeverCarriesOver)
 {
-    CreateFolderChain(g_setup.installFolder, false);
-    CreateFolderChain(g_setup.commonDataFolder, false);
+    CreateFolderChain(g_setup.installFolder, nullptr);
+    CreateFolderChain(g_setup.commonDataFolder, nullptr);
     writeFile(std::string(g_setup.installFolder) + "hosetup.log", "C:\\earlier\\file.txt\r\n");
     ASSERT_TRUE(OpenLog());
     const std::vector<std::string> lines = logLines();

@@ -13,8 +13,8 @@ protected:
     {
         InstallFixture::SetUp();
         HOI_CopyA(g_setup.programFolder, kPathCapacity, testBinFolder().c_str());
-        CreateFolderChain(g_setup.installFolder, false);
-        CreateFolderChain(g_setup.commonDataFolder, false);
+        CreateFolderChain(g_setup.installFolder, nullptr);
+        CreateFolderChain(g_setup.commonDataFolder, nullptr);
     }
 
     std::string member(int index) const
@@ -104,7 +104,7 @@ TEST_F(Transfer, AnUpdateKeepsOrMovesTheDefaultDrawing)
 {
     g_setup.updateInstall = 1;
     setRecords({{200, "hovistrel.hod"}});
-    CreateFolderChain(g_setup.drawingFolder, false);
+    CreateFolderChain(g_setup.drawingFolder, nullptr);
     const std::string drawing = std::string(g_setup.drawingFolder) + "hovistrel.hod";
     writeFile(member(0), "package drawing");
     writeFile(target("hovistrel.hod"), "user's old drawing");
@@ -191,7 +191,7 @@ TEST_F(Transfer, AFailingUnpackerEndsASilentRunAfterThreeAttempts)
 TEST_F(Transfer, KeptFilesAreLoggedAsSkipped)
 {
     g_setup.updateInstall = 1;
-    CreateFolderChain(g_setup.drawingFolder, false);
+    CreateFolderChain(g_setup.drawingFolder, nullptr);
     setRecords({{200, "hovistrel.hod", "", 1, 1}});
     writeStoredZip(member(0), "hovistrel.hod", "new");
     writeFile(std::string(g_setup.drawingFolder) + "hovistrel.hod", "mine");

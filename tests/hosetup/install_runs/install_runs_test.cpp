@@ -19,7 +19,7 @@ TEST_F(InstallRuns, FreshSilentInstallation)
     EXPECT_EQ(readFile(install + "Help\\hovistrel.chm"), "help");
     EXPECT_EQ(readFile(folders_.commonData + "allusers.dat"), "common");
     EXPECT_EQ(readFile(install + "hosetup.dat"), readFile(dist + "_000000_"));
-    for (const char* own : {"hosetup.exe", "holang.dll", "hounzip.exe", "hosetup.chm"})
+    for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"})
         EXPECT_EQ(readFile(install + own), readFile(dist + own)) << own;
 
     EXPECT_REG_DWORD(HKEY_LOCAL_MACHINE, kProductKey, "UserMode", 0);

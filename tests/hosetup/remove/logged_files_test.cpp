@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         InstallFixture::SetUp();
-        CreateFolderChain(g_setup.commonDataFolder, false);
+        CreateFolderChain(g_setup.commonDataFolder, nullptr);
         ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
     }
 
@@ -41,7 +41,7 @@ protected:
 TEST_F(LoggedFiles, DeletesFilesOfEveryInstallationAndEmptyFoldersDeepestFirst)
 {
     for (const char* folder : {"Program\\Bin\\Tools\\", "Program\\Kept\\"})
-        CreateFolderChain(at(folder).c_str(), false);
+        CreateFolderChain(at(folder).c_str(), nullptr);
     for (const char* file : {"Program\\hovistrel.exe", "Program\\Bin\\Tools\\render.dll", "Program\\Kept\\old.ini",
                              "Program\\Bin\\update.dll"})
         writeFile(at(file), "x");
@@ -82,7 +82,7 @@ TEST_F(LoggedFiles, DeletesFilesOfEveryInstallationAndEmptyFoldersDeepestFirst)
 
 TEST_F(LoggedFiles, ThreeLevelChainTakesThreePassesAndAnEmptyLogDoesNothing)
 {
-    CreateFolderChain(at("P\\A\\B\\").c_str(), false);
+    CreateFolderChain(at("P\\A\\B\\").c_str(), nullptr);
     writeLog({"#" + at("P\\"), "#" + at("P\\A\\"), "#" + at("P\\A\\B\\")});
     EXPECT_TRUE(RemoveLoggedFiles());
     EXPECT_FALSE(PathExists(at("P\\").c_str()));

@@ -11,6 +11,7 @@
 #include "packages.h"
 #include "process.h"
 #include "remove/remove.h"
+#include "install/install.h"
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"

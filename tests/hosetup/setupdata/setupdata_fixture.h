@@ -3,7 +3,7 @@
 #pragma once
 
 #include "setupdata/setupdata.h"
-#include "shell/setup_state.h"
+#include "shell/shell.h"
 #include "strings/hoi_strings.h"
 
 #include <gtest/gtest.h>

@@ -8,6 +8,7 @@
 
 #include "process.h"
 #include "shell/shell.h"
+#include "ui/ui.h"
 
 namespace {
 

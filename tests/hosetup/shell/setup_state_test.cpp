@@ -35,11 +35,11 @@ TEST(SetupState, ClearingZeroesEveryGroup)
 TEST(SetupState, FolderOfPath)
 {
     char folder[kPathCapacity];
-    EXPECT_TRUE(getFolderOfPath("C:\\Program Files\\Vistrel\\hosetup.exe", folder, sizeof folder));
+    EXPECT_TRUE(FolderOfPath("C:\\Program Files\\Vistrel\\hosetup.exe", folder, sizeof folder));
     EXPECT_STREQ(folder, "C:\\Program Files\\Vistrel\\");
-    EXPECT_FALSE(getFolderOfPath("*C:\\unused\\x.txt", folder, sizeof folder));
+    EXPECT_FALSE(FolderOfPath("*C:\\unused\\x.txt", folder, sizeof folder));
     EXPECT_STREQ(folder, "");
-    EXPECT_TRUE(getFolderOfPath("\\\\server\\share\\dir\\f", folder, sizeof folder));
+    EXPECT_TRUE(FolderOfPath("\\\\server\\share\\dir\\f", folder, sizeof folder));
     EXPECT_STREQ(folder, "\\\\server\\share\\dir\\");
 }
 

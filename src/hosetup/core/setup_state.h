@@ -7,11 +7,11 @@
 #include <windows.h>
 #include <cstdint>
 
-#include "setupdata/data_format.h"
+#include "format/data_format.h"
+#include "strings/paths.h"
 
 // ---- constants ------------------------------------------------------------------------------
 
-constexpr std::size_t kPathCapacity = 260;
 constexpr std::size_t kTextCapacity = 256;
 constexpr std::size_t kMessageCapacity = 760;
 constexpr std::size_t kRegistryKeyCapacity = 1024;
@@ -114,10 +114,9 @@ extern SetupState g_setup;
 
 // ---- functions ------------------------------------------------------------------------------
 
-// shell/setup_state.cpp
+// core/setup_state.cpp
+// Zero-fills the three groups of the state and the source-folder option.
 void clearSetupState();
-bool initialiseSetup();
-void resetSetupState();
-void exitSetup();
-bool getFolderOfPath(const char* path, char* folder, std::size_t folderCapacity);
-long roundHalfAwayFromZero(double value);   // every design size times scale goes through this
+// Frees the data file's arrays (header, records, flags) and leaves their pointers null; the
+// counts are set to 0 with them, so nothing half-freed can be read.
+void releaseDataRecords();

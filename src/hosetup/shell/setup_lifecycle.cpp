@@ -1,5 +1,6 @@
-// The setup state's life: cleared at entry, filled once the main window exists, reset for a run,
-// and released at exit.
+// The run's life of the setup state: filled once the main window exists, reset for a run, and
+// released at exit. It sits on the top floor because it calls down into every floor that holds
+// a piece of the run: the splash picture, the detection, the log.
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
@@ -7,65 +8,19 @@
 #include "setupdata/setupdata.h"
 #include "ui/ui.h"
 
-#include <cmath>
-#include <cstddef>
-#include <cstdlib>
-#include <cstring>
-
-SetupState g_setup;
-
 namespace {
 
 constexpr std::uint32_t kLineAboutFont = 101;
 constexpr std::size_t kModuleNameCapacity = 490;
 constexpr char kNoEarlierCompileDate[] = "2003-04-01";
 
-// Clears the fields from `first` up to, not including, `end` as one block.
-void clearBlock(std::size_t first, std::size_t end)
-{
-    std::memset(reinterpret_cast<char*>(&g_setup) + first, 0, end - first);
-}
-
-void freeBlock(void* block)
-{
-    if (block)
-        std::free(block);
-}
-
 } // namespace
-
-long roundHalfAwayFromZero(double value)
-{
-    return std::lround(value);
-}
-
-void clearSetupState()
-{
-    clearBlock(offsetof(SetupState, instance), offsetof(SetupState, programFolder));
-    clearBlock(offsetof(SetupState, programFolder), offsetof(SetupState, previousCompileDate));
-    clearBlock(offsetof(SetupState, previousCompileDate), offsetof(SetupState, optionSourceFolder));
-    g_setup.optionSourceFolder = 0;
-}
-
-bool getFolderOfPath(const char* path, char* folder, std::size_t folderCapacity)
-{
-    HOI_InitA(folder);
-    if (!path || path[0] == '*')
-        return false;
-    char drive[_MAX_DRIVE];
-    char dir[_MAX_DIR];
-    if (_splitpath_s(path, drive, sizeof drive, dir, sizeof dir, nullptr, 0, nullptr, 0) != 0)
-        return false;
-    HOI_CopyA(folder, folderCapacity, drive, dir);
-    HOI_PathA(folder, folderCapacity);
-    return folder[0] != '\0';
-}
 
 bool initialiseSetup()
 {
     char moduleFile[kModuleNameCapacity] = {};
     GetModuleFileNameA(g_setup.instance, moduleFile, sizeof moduleFile - 1);
-    getFolderOfPath(moduleFile, g_setup.programFolder, kPathCapacity);
+    FolderOfPath(moduleFile, g_setup.programFolder, kPathCapacity);
 
     HOI_CopyA(g_setup.registryKey, kRegistryKeyCapacity, "Software\\", "Harwick-Orbel\\", "Vistrel Professional");
     HOI_CopyA(g_setup.productFolderWord, kPathCapacity, "Harwick-Orbel\\", "Vistrel", " (64-bit)\\");
@@ -140,14 +95,7 @@ void resetSetupState()
 
 void exitSetup()
 {
-    freeBlock(g_setup.fileFlags);
-    freeBlock(g_setup.shortcutRecords);
-    freeBlock(g_setup.fileRecords);
-    freeBlock(g_setup.headerBuffer);
-    g_setup.fileFlags = nullptr;
-    g_setup.shortcutRecords = nullptr;
-    g_setup.fileRecords = nullptr;
-    g_setup.headerBuffer = nullptr;
+    releaseDataRecords();
 
     if (g_setup.progressDialog) {
         DestroyWindow(g_setup.progressDialog);
@@ -160,9 +108,5 @@ void exitSetup()
     g_setup.splashBitmap = nullptr;
     g_setup.aboutFont = nullptr;
 
-    if (g_setup.logFile) {
-        LogBanner("***** Vistrel %s installation: EXITING, %s *****\r\n");
-        CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
-    }
+    CloseLog();
 }

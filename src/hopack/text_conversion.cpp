@@ -28,17 +28,6 @@ bool CodePointToAnsi(std::uint32_t cp, char& out)
     return false;
 }
 
-// Characters that no Windows file or folder name may hold (besides control characters).
-bool IsReservedNameChar(char c)
-{
-    switch (c) {
-    case '<': case '>': case ':': case '"': case '/': case '\\': case '|': case '?': case '*':
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool IsLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0; }
 
 } // namespace
@@ -71,41 +60,25 @@ bool Utf8ToAnsi(const std::string& utf8, std::string& ansi)
 
 std::string CheckPlainText(const std::string& text)
 {
-    for (char c : text)
-        if (static_cast<unsigned char>(c) < 0x20) return "holds a control character";
-    return {};
+    const char* problem = plainTextProblem(text);
+    return problem ? problem : "";
 }
 
 std::string CheckFileName(const std::string& name)
 {
-    if (name.empty()) return "is empty";
-    std::string problem = CheckPlainText(name);
-    if (!problem.empty()) return problem;
-    for (char c : name)
-        if (IsReservedNameChar(c)) return std::string("holds the character '") + c + "'";
-    if (name == "." || name == "..") return "is not a file name";
-    if (name.back() == ' ' || name.back() == '.') return "ends in a blank or a dot";
-    return {};
+    const char* problem = fileNameProblem(name);
+    return problem ? problem : "";
 }
 
 std::string CheckRelativeFolder(const std::string& folder)
 {
-    if (folder.empty()) return {};
-    if (folder.find('/') != std::string::npos) return "uses '/': separate folders with a backslash";
-    if (folder.front() == '\\' || folder.back() == '\\')
-        return "starts or ends with a backslash";
-    std::size_t start = 0;
-    while (start <= folder.size()) {
-        std::size_t end = folder.find('\\', start);
-        if (end == std::string::npos) end = folder.size();
-        const std::string part = folder.substr(start, end - start);
-        if (part.empty()) return "holds an empty folder name (two backslashes)";
-        if (part == "..") return "holds \"..\"";
-        const std::string problem = CheckFileName(part);
-        if (!problem.empty()) return "has a part \"" + part + "\" that " + problem;
-        start = end + 1;
-    }
-    return {};
+    std::string_view part;
+    const char* problem = relativeFolderProblem(folder, &part);
+    if (!problem)
+        return {};
+    if (!part.empty())
+        return "has a part \"" + std::string(part) + "\" that " + problem;
+    return problem;
 }
 
 bool ParseCompileDate(const std::string& date, int& year, int& month, int& day)

@@ -1,6 +1,6 @@
-// Binary layout of the setup data file ("_000000_" in a distribution, "hosetup.dat" once installed).
-// Shared by hosetup.exe, which reads it, and hopack, which writes it; so this header uses only the
-// fixed-width types of the standard library and builds on any platform.
+// Binary layout of the setup data file ("_000000_" in a distribution, "hosetup.dat" once installed)
+// and the names of a distribution's members. Shared by hosetup.exe, which reads them, and hopack,
+// which writes them; so this header uses only the standard library and builds on any platform.
 #pragma once
 
 #include <cstddef>
@@ -14,6 +14,14 @@ constexpr std::size_t kSetupHeaderSize = 328;
 constexpr std::size_t kSetupHeaderBlockSize = 332;            // header in memory: 328 read, 4 spare
 constexpr std::size_t kFileRecordSize = 148;
 constexpr std::size_t kShortcutRecordSize = 200;
+
+// Member i of a distribution is named "_" + i in five digits + a kind digit (always 0) + "_";
+// record 0 is the data file itself, so its member is the data file of the distribution.
+constexpr char kMemberNamePattern[] = "_%05d%d_";
+constexpr std::size_t kMemberNameCapacity = 16;
+constexpr char kDataMemberName[] = "_000000_";
+constexpr char kInstalledDataName[] = "hosetup.dat";   // record 0's name once installed
+constexpr std::size_t kMaxRecords = 100000;            // member names hold the index in five digits
 
 // ---- types ----------------------------------------------------------------------------------
 
@@ -57,3 +65,9 @@ constexpr std::uint32_t kDirectoryKindDelete = 2;
 constexpr std::uint32_t kDirectoryKindBackup = 3;
 constexpr std::uint32_t kDirectoryKindReplaceSilently = 4;
 constexpr std::uint32_t kDirectoryKindIgnored = 9;
+
+// ---- functions ------------------------------------------------------------------------------
+
+// Writes the member name of record index into name (kMemberNameCapacity characters); an index
+// of kMaxRecords or more gives an empty name.
+void formatMemberName(std::size_t index, char* name, std::size_t capacity);

@@ -1,10 +1,12 @@
-// The last working step of an installation: the product's Start-menu group with one link per
-// shortcut record, and one desktop link that opens the group. It paces the progress bar itself.
+// The product's links: the Start-menu group with one link per shortcut record and one desktop
+// link that opens the group, made as the last working step of an installation; and their removal
+// under this release's name and the names earlier releases and editions used, by the removal and
+// by the installation before it makes new ones. Only these fixed names are touched; nothing is
+// searched for.
 #include "install/install.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
-#include "remove/remove.h"
 #include "setupdata/setupdata.h"
 #include "ui/ui.h"
 
@@ -18,6 +20,33 @@ constexpr char kIconModule[] = "hovistrellib.dll";
 constexpr int kShowNormal = 5;
 constexpr int kComAttempts = 10;
 constexpr DWORD kComRetryDelayMs = 1000;
+
+constexpr char kEndMark = 4;
+
+// Desktop-link and Start-menu-folder names of earlier Vistrel releases and editions, ended by
+// the mark.
+constexpr const char* kEarlierLinkNames[] = {
+    "Vistrel",
+    "Vistrel 2015",
+    "Vistrel 2016",
+    "Vistrel 2017",
+    "Vistrel 2018",
+    "Vistrel 2019",
+    "Vistrel 2020",
+    "Vistrel 2021",
+    "Vistrel Professional",
+    "Vistrel Professional 2019",
+    "Vistrel Professional 2020",
+    "Vistrel Professional 2021",
+    "Vistrel Standard",
+    "Vistrel Standard 2021",
+    "Vistrel LT",
+    "Vistrel LT 2021",
+    "Vistrel Viewer",
+    "Harwick-Orbel Vistrel",
+    "Vistrel (64-bit)",
+    "\x04",
+};
 
 // Failure codes shown in the shortcut alert.
 enum ShortcutFailure {
@@ -44,29 +73,42 @@ bool reportShortcutFailure(int code)
     return false;
 }
 
+// The path of a shell folder's item list, with its closing backslash; false when it cannot be had.
+bool pathOf(LPITEMIDLIST items, char* path)
+{
+    if (!SHGetPathFromIDListA(items, path))
+        return false;
+    HOI_PathA(path, kPathCapacity);
+    return true;
+}
+
 // A shell folder's path, with its backslash, looked up as an item list.
 int shellFolderPath(int csidl, char* path, int lookupFailure, int pathFailure)
 {
     LPITEMIDLIST items = nullptr;
     if (SHGetSpecialFolderLocation(nullptr, csidl, &items) != S_OK || !items)
         return lookupFailure;
-    const BOOL ok = SHGetPathFromIDListA(items, path);
+    const bool ok = pathOf(items, path);
     CoTaskMemFree(items);
-    if (!ok)
-        return pathFailure;
-    HOI_PathA(path, kPathCapacity);
-    return 0;
+    return ok ? 0 : pathFailure;
 }
 
-// Paces the bar from `from` to `to` percent; false when the user confirmed a cancellation.
-bool pace(int from, int to, DWORD sleepMs)
+// The Start-menu group of a product: the programs folder + the group's name + a backslash.
+void groupFolderOf(const char* programs, const char* group, char* folder)
 {
-    for (int p = from; p <= to; ++p) {
-        if (!SetProgress(p, 100))
-            return false;
-        Sleep(sleepMs);
+    HOI_CopyA(folder, kPathCapacity, programs, group, "\\");
+}
+
+// The desktop link of a group: separators of a nested group become blanks.
+void desktopLinkOf(const char* desktop, const char* group, char* linkFile)
+{
+    char name[kPathCapacity];
+    HOI_CopyA(name, sizeof name, group);
+    for (char* p = name; *p; ++p) {
+        if (*p == '\\' || *p == '/')
+            *p = ' ';
     }
-    return true;
+    HOI_CopyA(linkFile, kPathCapacity, desktop, name, ".lnk");
 }
 
 bool initialiseCom()
@@ -141,7 +183,7 @@ bool CreateShortcuts()
         return true;
     SetCursor(g_setup.waitCursor);
     RemoveShortcuts();
-    if (!pace(0, 49, 80))
+    if (!paceProgress(0, 49, 1, 80))
         return false;
 
     char desktop[kPathCapacity];
@@ -156,10 +198,10 @@ bool CreateShortcuts()
 
     const char* group = g_setup.headerBuffer->productName;
     char groupFolder[kPathCapacity];
-    HOI_CopyA(groupFolder, sizeof groupFolder, programs, group, "\\");
+    groupFolderOf(programs, group, groupFolder);
     if (!CreateFolder(groupFolder))
         return reportShortcutFailure(kGroupFolder);
-    if (!pace(50, 69, 100))
+    if (!paceProgress(50, 69, 1, 100))
         return false;
 
     if (!initialiseCom())
@@ -174,22 +216,64 @@ bool CreateShortcuts()
         if (!makeGroupLinks(links, groupFolder))
             return reportShortcutFailure(kGroupLink);
 
-        // The desktop link opens the group folder; separators of a nested group become blanks.
-        char desktopName[kPathCapacity];
-        HOI_CopyA(desktopName, sizeof desktopName, group);
-        for (char* p = desktopName; *p; ++p) {
-            if (*p == '\\' || *p == '/')
-                *p = ' ';
-        }
+        // The desktop link opens the group folder.
         char linkFile[kPathCapacity];
         char icon[kPathCapacity];
-        HOI_CopyA(linkFile, sizeof linkFile, desktop, desktopName, ".lnk");
+        desktopLinkOf(desktop, group, linkFile);
         HOI_CopyA(icon, sizeof icon, g_setup.installFolder, kIconModule);
         if (!MakeShellLink(links.link, links.persist, groupFolder, icon, 0, linkFile, "", "", kShowNormal, group))
             return reportShortcutFailure(kDesktopLink);
     }
     SetCursor(g_setup.arrowCursor);
-    pace(90, 100, 100);
+    paceProgress(90, 100, 1, 100);
     RedrawWindow(nullptr, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);
     return true;
+}
+
+const char* const* earlierLinkNames()
+{
+    return kEarlierLinkNames;
+}
+
+void RemoveShortcuts()
+{
+    const bool perUser = g_setup.perUser > 0;
+    const char* productName = g_setup.headerBuffer ? g_setup.headerBuffer->productName : "";
+    char folder[kPathCapacity];
+    char path[kPathCapacity];
+
+    LPITEMIDLIST items = nullptr;
+    if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_DESKTOPDIRECTORY : CSIDL_COMMON_DESKTOPDIRECTORY,
+                                   &items) == S_OK && items) {
+        if (pathOf(items, folder)) {
+            desktopLinkOf(folder, productName, path);
+            DeleteFileAt(path);
+        }
+        for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
+            if (pathOf(items, folder)) {
+                HOI_CopyA(path, sizeof path, folder, *name, ".lnk");
+                DeleteFileAt(path);
+            }
+        }
+        CoTaskMemFree(items);
+    }
+
+    if (!SetProgress(10, 100))
+        return;
+
+    items = nullptr;
+    if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_PROGRAMS : CSIDL_COMMON_PROGRAMS, &items) != S_OK ||
+        !items)
+        return;
+    if (pathOf(items, folder)) {
+        groupFolderOf(folder, productName, path);
+        DeleteFolderTree(path);
+    }
+    for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
+        if (pathOf(items, folder)) {
+            groupFolderOf(folder, *name, path);
+            DeleteFolderTree(path);
+        }
+    }
+    CoTaskMemFree(items);
 }

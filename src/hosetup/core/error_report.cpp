@@ -1,6 +1,6 @@
 // Error reports of internal faults: a module word, the fixed line number at which the fault is
 // detected, and a text. Shown even in a silent run, because such a fault needs a person.
-#include "shell/shell.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

@@ -1,26 +1,20 @@
-// Common layout and skin of the setup dialogs. The templates of the language module only say
-// which controls exist and what the fixed captions are; the sizes come from here, so every
-// dialog follows the same grid: a dark banner with the product title on the wizard pages and
-// the progress window, white body with the text, and a light footer with right-aligned buttons.
-// Every size is a design size at 96 dpi times g_setup.scale, and every text area is measured
-// with the same DrawText flags that paint it, so nothing is cut at any scale.
+// Common layout of the setup dialogs. The templates of the language module only say which
+// controls exist and what the fixed captions are; the sizes come from here, so every dialog
+// follows the same grid: banner, body text, and a footer with right-aligned buttons (painted by
+// skin.cpp). Every size is a design size at 96 dpi times g_setup.scale, and every text area is
+// measured with the same DrawText flags that paint it, so nothing is cut at any scale.
 #include "ui/ui.h"
-#include "shell/shell.h"
+#include "core/core.h"
 #include "holang.h"
 
 namespace {
 
-// Design sizes in pixels at 96 dpi.
-constexpr int kMargin = 24;             // left and right edge of the body text
-constexpr int kBannerHeight = 60;
-constexpr int kAccentHeight = 3;        // coloured rule under the banner
 constexpr int kBodyGap = 20;            // banner to text, text to footer
 constexpr int kFooterPadding = 12;      // above and below the buttons
 constexpr int kFooterSide = 16;         // footer buttons to the dialog's edge
 constexpr int kButtonHeight = 26;
 constexpr int kButtonMinWidth = 88;
 constexpr int kButtonTextPadding = 14;  // each side of a caption
-constexpr int kButtonGap = 8;
 constexpr int kCheckBoxHeight = 20;
 constexpr int kCheckBoxMark = 24;       // the box and its gap before the caption
 constexpr int kPageWidth = 520;
@@ -33,70 +27,12 @@ constexpr int kAlertLinesBeforeWidening = 8;
 constexpr int kQueryWidth = 520;
 constexpr int kQueryIndent = 16;
 constexpr int kQueryGap = 12;
-constexpr int kBodyPoints = 12;         // 9 pt at 96 dpi
-constexpr int kTitlePoints = 20;
-constexpr int kIconSize = 32;
 
-constexpr COLORREF kBannerColour = RGB(28, 43, 58);
-constexpr COLORREF kAccentColour = RGB(232, 119, 34);
-constexpr COLORREF kBodyColour = RGB(255, 255, 255);
-constexpr COLORREF kFooterColour = RGB(243, 243, 243);
-constexpr COLORREF kFooterRuleColour = RGB(218, 218, 218);
-constexpr COLORREF kTextColour = RGB(30, 30, 30);
-constexpr COLORREF kTitleColour = RGB(255, 255, 255);
 
-constexpr UINT kWrapFlags = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EXPANDTABS;
 
-// Where a dialog's skin keeps its geometry: window properties, so that one painter serves
-// every dialog without a table of windows.
-constexpr char kSkinProperty[] = "HOSetup.Skin";
-constexpr char kBannerProperty[] = "HOSetup.Banner";
-constexpr char kFooterProperty[] = "HOSetup.Footer";
 
-struct FontCache {
-    double scale;
-    HFONT body;
-    HFONT title;
-};
-FontCache g_fonts = {0.0, nullptr, nullptr};
 
-HFONT makeFont(int designHeight, int weight)
-{
-    return CreateFontA(-scaledSize(designHeight), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
-                       OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS,
-                       eDefaultNames[1]);
-}
 
-// The fonts follow the scale; a test that changes the scale gets new ones. The old ones are
-// kept, since dialogs still open may be using them.
-void refreshFonts()
-{
-    if (g_fonts.body && g_fonts.scale == g_setup.scale)
-        return;
-    g_fonts.scale = g_setup.scale;
-    g_fonts.body = makeFont(kBodyPoints, FW_NORMAL);
-    g_fonts.title = makeFont(kTitlePoints, FW_SEMIBOLD);
-}
-
-HBRUSH solidBrush(COLORREF colour)
-{
-    // Three colours for the whole process; created once and never freed.
-    static HBRUSH body = CreateSolidBrush(kBodyColour);
-    static HBRUSH footer = CreateSolidBrush(kFooterColour);
-    static HBRUSH banner = CreateSolidBrush(kBannerColour);
-    if (colour == kFooterColour)
-        return footer;
-    if (colour == kBannerColour)
-        return banner;
-    return body;
-}
-
-void fillRect(HDC dc, int left, int top, int right, int bottom, COLORREF colour)
-{
-    RECT area = {left, top, right, bottom};
-    SetBkColor(dc, colour);
-    ExtTextOutA(dc, 0, 0, ETO_OPAQUE, &area, nullptr, 0, nullptr);
-}
 
 BOOL CALLBACK setFontOnChild(HWND child, LPARAM font)
 {
@@ -139,7 +75,7 @@ void textExtent(HWND window, const char* text, UINT flags, RECT* area)
 bool hasOverlongWord(HWND window, const char* text, int width)
 {
     RECT area = {0, 0, width, 0};
-    textExtent(window, text ? text : "", kWrapFlags & ~static_cast<UINT>(DT_EDITCONTROL), &area);
+    textExtent(window, text ? text : "", kDialogWrapFlags & ~static_cast<UINT>(DT_EDITCONTROL), &area);
     return area.right > width;
 }
 
@@ -190,7 +126,7 @@ int visibleCount(HWND dialog, const int* ids, int count)
 
 int rowWidth(int buttons, int buttonWidth)
 {
-    return buttons > 0 ? buttons * buttonWidth + (buttons - 1) * scaledSize(kButtonGap) : 0;
+    return buttons > 0 ? buttons * buttonWidth + (buttons - 1) * scaledSize(kButtonDesignGap) : 0;
 }
 
 // Places the shown buttons of ids, in that order, so that the last one ends at right.
@@ -201,7 +137,7 @@ void placeButtonRow(HWND dialog, const int* ids, int count, int right, int top, 
         if (!isShown(dialog, ids[i]))
             continue;
         placeControl(dialog, ids[i], x, top, buttonWidth, scaledSize(kButtonHeight));
-        x += buttonWidth + scaledSize(kButtonGap);
+        x += buttonWidth + scaledSize(kButtonDesignGap);
     }
 }
 
@@ -212,43 +148,11 @@ int footerHeight()
 
 int bannerBottom()
 {
-    return scaledSize(kBannerHeight) + scaledSize(kAccentHeight);
+    return scaledSize(kBannerDesignHeight) + scaledSize(kAccentDesignHeight);
 }
 
-void rememberSkin(HWND dialog, DialogSkin skin, int banner, int footerTop)
-{
-    SetPropA(dialog, kSkinProperty, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(skin) + 1));
-    SetPropA(dialog, kBannerProperty, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(banner)));
-    SetPropA(dialog, kFooterProperty, reinterpret_cast<HANDLE>(static_cast<INT_PTR>(footerTop)));
-}
 
-int skinValue(HWND dialog, const char* name)
-{
-    return static_cast<int>(reinterpret_cast<INT_PTR>(GetPropA(dialog, name)));
-}
 
-void paintBanner(HWND dialog, HDC dc, int width)
-{
-    const int banner = scaledSize(kBannerHeight);
-    fillRect(dc, 0, 0, width, banner, kBannerColour);
-    fillRect(dc, 0, banner, width, banner + scaledSize(kAccentHeight), kAccentColour);
-
-    int textRight = width - scaledSize(kMargin);
-    const int iconSize = scaledSize(kIconSize);
-    HICON logo = static_cast<HICON>(LoadImageA(g_setup.instance, "ID_ICO_LOGO", IMAGE_ICON, iconSize, iconSize, 0));
-    if (logo) {
-        DrawIconEx(dc, textRight - iconSize, (banner - iconSize) / 2, logo, iconSize, iconSize, 0, nullptr, DI_NORMAL);
-        DestroyIcon(logo);
-        textRight -= iconSize + scaledSize(kButtonGap);
-    }
-
-    RECT title = {scaledSize(kMargin), 0, textRight, banner};
-    HGDIOBJ previous = SelectObject(dc, dialogTitleFont());
-    SetTextColor(dc, kTitleColour);
-    SetBkMode(dc, TRANSPARENT);
-    DrawTextA(dc, eApplicationName, -1, &title, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    SelectObject(dc, previous);
-}
 
 } // namespace
 
@@ -258,17 +162,7 @@ int scaledSize(int designSize)
     return static_cast<int>(roundHalfAwayFromZero(designSize * scale));
 }
 
-HFONT dialogFont()
-{
-    refreshFonts();
-    return g_fonts.body;
-}
 
-HFONT dialogTitleFont()
-{
-    refreshFonts();
-    return g_fonts.title;
-}
 
 void centreOverMainWindow(HWND dialog)
 {
@@ -288,17 +182,11 @@ void centreOverMainWindow(HWND dialog)
     SetWindowPos(dialog, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void setDialogIcon(HWND dialog)
-{
-    HICON icon = LoadIconA(g_setup.instance, "ID_ICO_LOGO");
-    if (icon)
-        SendMessageA(dialog, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
-}
 
 int measureWrappedText(HWND window, const char* text, int width, int* usedWidth)
 {
     RECT area = {0, 0, width, 0};
-    textExtent(window, text ? text : "", kWrapFlags, &area);
+    textExtent(window, text ? text : "", kDialogWrapFlags, &area);
     if (usedWidth)
         *usedWidth = area.right;
     return area.bottom;
@@ -308,7 +196,7 @@ void layoutWizardPage(HWND dialog, bool withCheckBox)
 {
     useDialogFont(dialog);
     const int width = scaledSize(kPageWidth);
-    const int margin = scaledSize(kMargin);
+    const int margin = scaledSize(kDialogMargin);
     const int textWidth = width - 2 * margin;
     const int bodyTop = bannerBottom() + scaledSize(kBodyGap);
 
@@ -344,7 +232,7 @@ void layoutWizardPage(HWND dialog, bool withCheckBox)
     placeButtonRow(dialog, help, 1, scaledSize(kFooterSide) + buttonWidth, buttonTop, buttonWidth);
 
     setClientSize(dialog, width, height);
-    rememberSkin(dialog, DialogSkin::Banner, bannerBottom(), footerTop);
+    rememberDialogSkin(dialog, DialogSkin::Banner, bannerBottom(), footerTop);
     centreOverMainWindow(dialog);
 }
 
@@ -352,11 +240,11 @@ void layoutProgressWindow(HWND dialog)
 {
     useDialogFont(dialog);
     const int width = scaledSize(kProgressWidth);
-    const int margin = scaledSize(kMargin);
+    const int margin = scaledSize(kDialogMargin);
     const int bodyTop = bannerBottom() + scaledSize(kBodyGap);
     // Room for two lines, so that every stage's text fits without the window changing size.
     const int textHeight = 2 * lineHeight(dialog);
-    const int barTop = bodyTop + textHeight + scaledSize(kButtonGap);
+    const int barTop = bodyTop + textHeight + scaledSize(kButtonDesignGap);
     const int footerTop = barTop + scaledSize(kProgressBarHeight) + scaledSize(kBodyGap);
     const int height = footerTop + footerHeight();
 
@@ -367,14 +255,14 @@ void layoutProgressWindow(HWND dialog)
                    commonButtonWidth(dialog, row, 1));
 
     setClientSize(dialog, width, height);
-    rememberSkin(dialog, DialogSkin::Banner, bannerBottom(), footerTop);
+    rememberDialogSkin(dialog, DialogSkin::Banner, bannerBottom(), footerTop);
     centreOverMainWindow(dialog);
 }
 
 void layoutAlertBox(HWND dialog, const AlertBoxState& state)
 {
     useDialogFont(dialog);
-    const int margin = scaledSize(kMargin);
+    const int margin = scaledSize(kDialogMargin);
     ShowWindow(GetDlgItem(dialog, IDC_ALERT_BUTTON2), state.caption2[0] ? SW_SHOWNA : SW_HIDE);
     ShowWindow(GetDlgItem(dialog, IDC_ALERT_BUTTON3), state.caption3[0] ? SW_SHOWNA : SW_HIDE);
 
@@ -407,13 +295,13 @@ void layoutAlertBox(HWND dialog, const AlertBoxState& state)
     placeButtonRow(dialog, buttons, 3, width - scaledSize(kFooterSide), footerTop + scaledSize(kFooterPadding),
                    buttonWidth);
     setClientSize(dialog, width, footerTop + footerHeight());
-    rememberSkin(dialog, DialogSkin::Footer, 0, footerTop);
+    rememberDialogSkin(dialog, DialogSkin::Footer, 0, footerTop);
 }
 
 void layoutReplaceQuery(HWND dialog)
 {
     useDialogFont(dialog);
-    const int margin = scaledSize(kMargin);
+    const int margin = scaledSize(kDialogMargin);
     const int buttons[] = {IDC_REPLACE_FILE, IDC_REPLACE_ALL, IDC_REPLACE_KEEP, IDC_REPLACE_CANCEL};
     const int buttonWidth = commonButtonWidth(dialog, buttons, 4);
     int width = scaledSize(kQueryWidth);
@@ -444,78 +332,10 @@ void layoutReplaceQuery(HWND dialog)
     placeButtonRow(dialog, buttons, 4, width - scaledSize(kFooterSide), footerTop + scaledSize(kFooterPadding),
                    buttonWidth);
     setClientSize(dialog, width, footerTop + footerHeight());
-    rememberSkin(dialog, DialogSkin::Footer, 0, footerTop);
+    rememberDialogSkin(dialog, DialogSkin::Footer, 0, footerTop);
 }
 
-bool handleSkinMessage(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam, INT_PTR* result)
-{
-    switch (message) {
-    case WM_ERASEBKGND:
-        if (!eraseDialogBackground(dialog, reinterpret_cast<HDC>(wParam)))
-            return false;
-        SetWindowLongPtrA(dialog, DWLP_MSGRESULT, TRUE);
-        *result = TRUE;
-        return true;
-    case WM_CTLCOLORSTATIC:
-    case WM_CTLCOLORBTN:
-    case WM_CTLCOLORDLG: {
-        HBRUSH brush = dialogControlColour(dialog, reinterpret_cast<HDC>(wParam), reinterpret_cast<HWND>(lParam));
-        if (!brush)
-            return false;
-        *result = reinterpret_cast<INT_PTR>(brush);
-        return true;
-    }
-    case WM_DESTROY:
-        forgetDialogSkin(dialog);
-        return false;   // the dialog may have its own clean-up too
-    }
-    return false;
-}
 
-bool eraseDialogBackground(HWND dialog, HDC dc)
-{
-    const int skin = skinValue(dialog, kSkinProperty) - 1;
-    if (skin != static_cast<int>(DialogSkin::Banner) && skin != static_cast<int>(DialogSkin::Footer))
-        return false;
-    RECT client;
-    GetClientRect(dialog, &client);
-    const int footerTop = skinValue(dialog, kFooterProperty);
-    fillRect(dc, 0, 0, client.right, footerTop, kBodyColour);
-    fillRect(dc, 0, footerTop, client.right, client.bottom, kFooterColour);
-    fillRect(dc, 0, footerTop, client.right, footerTop + 1, kFooterRuleColour);
-    if (skin == static_cast<int>(DialogSkin::Banner))
-        paintBanner(dialog, dc, client.right);
-    return true;
-}
 
-HBRUSH dialogControlColour(HWND dialog, HDC dc, HWND control)
-{
-    const int skin = skinValue(dialog, kSkinProperty) - 1;
-    if (skin != static_cast<int>(DialogSkin::Banner) && skin != static_cast<int>(DialogSkin::Footer))
-        return nullptr;
-    RECT area;
-    GetWindowRect(control, &area);
-    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
-    const COLORREF colour = area.top >= skinValue(dialog, kFooterProperty) ? kFooterColour : kBodyColour;
-    SetTextColor(dc, kTextColour);
-    SetBkColor(dc, colour);
-    return solidBrush(colour);
-}
 
-void paintAlertText(const DRAWITEMSTRUCT* item, const char* text)
-{
-    RECT area = item->rcItem;
-    fillRect(item->hDC, area.left, area.top, area.right, area.bottom, kBodyColour);
-    HGDIOBJ previous = SelectObject(item->hDC, dialogFont());
-    SetTextColor(item->hDC, kTextColour);
-    SetBkMode(item->hDC, TRANSPARENT);
-    DrawTextA(item->hDC, text ? text : "", -1, &area, kWrapFlags);
-    SelectObject(item->hDC, previous);
-}
 
-void forgetDialogSkin(HWND dialog)
-{
-    RemovePropA(dialog, kSkinProperty);
-    RemovePropA(dialog, kBannerProperty);
-    RemovePropA(dialog, kFooterProperty);
-}

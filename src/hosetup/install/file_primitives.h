@@ -1,0 +1,49 @@
+// File, folder and process primitives the installation and the removal stand on: each is one
+// system call or a short loop of them with a fixed rule for success. They show nothing and log
+// nothing; their callers do. The empty (zero) handle means no file: every handle operation fails
+// for it without calling the system.
+#pragma once
+
+#include <windows.h>
+#include <cstddef>
+#include <cstdint>
+
+#include "strings/paths.h"
+
+// ---- constants ------------------------------------------------------------------------------
+
+// A folder path of kPathCapacity characters has at most this many levels below its root.
+constexpr std::size_t kMaxFolderLevels = kPathCapacity / 2;
+
+// ---- types ----------------------------------------------------------------------------------
+
+// Folder levels, each a whole path with its closing backslash.
+struct FolderLevels {
+    std::size_t count;
+    char level[kMaxFolderLevels][kPathCapacity];
+};
+
+// ---- functions ------------------------------------------------------------------------------
+
+// install/file_primitives.cpp
+bool PathExists(const char* path);                  // a file or a folder
+bool DeleteFileAt(const char* path);
+bool RemoveFolder(const char* folder);              // false at once for an invalid folder path
+bool OpenForReading(HANDLE* file, const char* path);
+bool CreateForWriting(HANDLE* file, const char* path);
+bool CreateFolder(const char* folder);              // one level; true when it exists already
+bool OpenForAppending(HANDLE* file, const char* path);
+std::uint64_t GetSize(HANDLE file);
+std::uint32_t ReadBytes(HANDLE file, void* buffer, std::uint32_t count);
+std::uint32_t WriteBytes(HANDLE file, const void* buffer, std::uint32_t count);
+bool Seek(HANDLE file, std::int64_t distance, int origin);   // origin 0 start, 1 current, 2 end
+// One line that ended in a pair of line-end bytes; blank-led lines are skipped.
+bool ReadTextLine(HANDLE file, char* buffer, std::size_t capacity);
+bool WriteLogLine(HANDLE file, const char* text, std::size_t length);
+bool CloseFile(HANDLE file);
+// Creates every level of the folder path that is missing; the levels that did not exist before
+// the call go into *missing (may be null), outermost first. False, with nothing made, when path
+// is not a folder path (IsFolderPath).
+bool CreateFolderChain(const char* path, FolderLevels* missing);
+void DeleteFolderTree(const char* folder);
+void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart
