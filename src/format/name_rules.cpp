@@ -14,6 +14,39 @@ bool isReservedNameChar(char c)
     }
 }
 
+char upper(char c)
+{
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool sameLetters(std::string_view text, const char* word)
+{
+    std::size_t i = 0;
+    for (; word[i]; ++i) {
+        if (i >= text.size() || upper(text[i]) != word[i])
+            return false;
+    }
+    return i == text.size();
+}
+
+// Names Windows opens as devices whatever the folder and whatever follows the first dot: CON,
+// PRN, AUX, NUL, CONIN$, CONOUT$, and COM or LPT with a digit, also a superscript one (bytes
+// 0xB9, 0xB2, 0xB3 of Windows-1252). Blanks before the dot are ignored by Windows too.
+bool isDeviceName(std::string_view name)
+{
+    std::string_view stem = name.substr(0, name.find('.'));
+    while (!stem.empty() && stem.back() == ' ')
+        stem.remove_suffix(1);
+    for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"}) {
+        if (sameLetters(stem, device))
+            return true;
+    }
+    if (stem.size() != 4 || !(sameLetters(stem.substr(0, 3), "COM") || sameLetters(stem.substr(0, 3), "LPT")))
+        return false;
+    const unsigned char digit = static_cast<unsigned char>(stem[3]);
+    return (digit >= '0' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3;
+}
+
 } // namespace
 
 const char* plainTextProblem(std::string_view text)
@@ -39,6 +72,8 @@ const char* fileNameProblem(std::string_view name)
         return "is not a file name";
     if (name.back() == ' ' || name.back() == '.')
         return "ends in a blank or a dot";
+    if (isDeviceName(name))
+        return "is the name of a device";
     return nullptr;
 }
 

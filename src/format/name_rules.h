@@ -10,8 +10,9 @@
 
 // Why text holds a control character, or null when it holds none.
 const char* plainTextProblem(std::string_view text);
-// Why name is not one plain file or folder name (no separators, no reserved characters, not "."
-// or "..", no closing blank or dot), or null when it is.
+// Why name is not one plain file or folder name (no separators, so no drive, UNC or stream; no
+// reserved characters, not "." or "..", no closing blank or dot, no device name), or null when
+// it is. The product name, which becomes a Start-menu folder, follows this rule too.
 const char* fileNameProblem(std::string_view name);
 // Why folder is not a relative folder of plain names joined by backslashes, or null when it is
 // (the empty folder is fine). When one name of it is at fault, *part is set to that name and the

@@ -92,9 +92,9 @@ void ReadProduct(const toml::table& root, PackageDescription& d, const Context& 
     const std::string entry = "[product]";
     CheckKeys(*product, {"name", "label", "compile_date"}, entry, ctx);
     if (GetText(*product, "name", true, sizeof(SetupDataHeader::productName), d.productName, entry, ctx)) {
-        // The name is the programs-menu group folder; a backslash nests it.
-        const std::string problem =
-            d.productName.empty() ? "is empty" : CheckRelativeFolder(d.productName);
+        // The name is the programs-menu group folder: one plain folder name, which the setup
+        // program also insists on before it deletes a group of that name.
+        const std::string problem = CheckFileName(d.productName);
         CheckWith(problem, *product->get("name"), entry, "the product name", ctx);
     }
     if (GetText(*product, "label", true, sizeof(SetupDataHeader::productLabel), d.productLabel, entry, ctx))

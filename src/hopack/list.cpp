@@ -2,6 +2,8 @@
 // checks that every member a record needs is there with the size its record gives.
 #include "hopack.h"
 
+#include <cstring>
+
 #include <cstdarg>
 #include <cstdio>
 #include <fstream>
@@ -21,6 +23,21 @@ std::string Format(const char* format, ...)
 }
 
 std::string OrDash(const std::string& text) { return text.empty() ? "-" : text; }
+
+// A text the setup program hands to its file and link steps, checked with the same name rules it
+// applies: one bad text makes it refuse the whole data file, so list says which and why.
+void CheckName(const std::string& where, const char* field, std::size_t size, bool folder, Diagnostics& diag)
+{
+    if (!std::memchr(field, '\0', size)) {
+        diag.error(where + " has no terminator; the setup program refuses this data file");
+        return;
+    }
+    const std::string text = FieldText(field, size);
+    std::string_view part;
+    const char* problem = folder ? relativeFolderProblem(text, &part) : fileNameProblem(text);
+    if (problem)
+        diag.error(where + " \"" + text + "\" " + problem + "; the setup program refuses this data file");
+}
 
 // Member state of a record: its name, "-" when it needs none, or a problem.
 std::string CheckMember(const fs::path& dir, std::size_t index, const FileRecord& r,
@@ -57,6 +74,8 @@ void ListFiles(const fs::path& dir, const DataFileContents& c, std::uint64_t dat
     for (std::size_t i = 0; i < c.files.size(); ++i) {
         const FileRecord& r = c.files[i];
         const std::string member = CheckMember(dir, i, r, dataFileSize, diag);
+        CheckName("record " + std::to_string(i) + ": the name", r.fileName, sizeof(r.fileName), false, diag);
+        CheckName("record " + std::to_string(i) + ": the sub-folder", r.subFolder, sizeof(r.subFolder), true, diag);
         out << Format("%5zu  %5u  %-16s  %12llu  %12llu  %-10s  %-14s  %-20s  %s\n", i,
                       unsigned(r.directoryId), KindName(KindOfDirectoryId(r.directoryId)),
                       static_cast<unsigned long long>(r.size),
@@ -74,6 +93,7 @@ void ListShortcuts(const DataFileContents& c, std::ostream& out, Diagnostics& di
                   "Icon path", "Name", "Arguments");
     for (std::size_t i = 0; i < c.shortcuts.size(); ++i) {
         const ShortcutRecord& s = c.shortcuts[i];
+        CheckName("shortcut " + std::to_string(i) + ": the name", s.name, sizeof(s.name), false, diag);
         std::string target = std::to_string(s.fileIndex);
         if (s.fileIndex < c.files.size()) {
             const FileRecord& r = c.files[s.fileIndex];
@@ -122,6 +142,7 @@ int ListDistribution(const fs::path& dir, std::ostream& out, Diagnostics& diag)
         << "Product label  " << FieldText(h.productLabel, sizeof(h.productLabel)) << "\n"
         << "Files          " << h.fileCount << "\n"
         << "Shortcuts      " << h.shortcutCount << "\n";
+    CheckName("the product name", h.productName, sizeof(h.productName), false, diag);
     ListFiles(dir, c, bytes.size(), out, diag);
     ListShortcuts(c, out, diag);
     WarnIgnoredBeforeLast(c.files, diag);

@@ -24,5 +24,11 @@ void reportError(const char* moduleWord, std::uint32_t line, const char* text);
 void formatErrorReport(const char* moduleWord, std::uint32_t line, const char* text,
                        char* buffer, std::size_t capacity);
 
+// core/system_library.cpp
+// Restricts the search for DLLs loaded by name to the system folder; the first thing WinMain does.
+void restrictDllSearch();
+// Loads name from the system folder by its full path; null when it is not there.
+HMODULE loadSystemLibrary(const char* name);
+
 // core/setup_state.cpp
 long roundHalfAwayFromZero(double value);   // every design size times scale goes through this

@@ -7,10 +7,13 @@
 
 // ---- constants ------------------------------------------------------------------------------
 
-// Where the HTML Help control registers its module, below HKEY_CLASSES_ROOT; the key's default
-// value is the module's path.
-constexpr char kHelpViewerClassKey[] = "CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
-// Loaded through the system's search path when the registry does not lead to a loadable module.
+// Where the HTML Help control registers its module, below HKEY_LOCAL_MACHINE; the key's default
+// value is the module's path. Only the machine's classes are read: HKEY_CLASSES_ROOT merges in
+// the user's own class registrations, which a standard user may write and this program, running
+// elevated, must not follow.
+constexpr char kHelpViewerClassKey[] =
+    "Software\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+// Loaded from the system folder when the registry does not lead to a loadable module.
 constexpr char kHelpViewerModuleName[] = "hhctrl.ocx";
 // The control exports its two entries by ordinal.
 constexpr WORD kHtmlHelpAOrdinal = 14;
@@ -23,8 +26,8 @@ constexpr UINT kHelpDisplayTopic = 0;          // HH_DISPLAY_TOPIC: the file's d
 // The viewer module, shared by both entries: where it is looked for, and the handle once loaded.
 // The module is never unloaded.
 struct HelpViewer {
-    const char* classKey;    // below HKEY_CLASSES_ROOT
-    const char* moduleName;  // the fallback, loaded by name
+    const char* classKey;    // below HKEY_LOCAL_MACHINE
+    const char* moduleName;  // the fallback, loaded from the system folder
     HMODULE module;
 };
 

@@ -1,15 +1,17 @@
-// Run-time binding of the HTML Help control. The control is found through its COM registration
-// first, so the registered copy is used even where the search path would find another, and by
-// its bare name otherwise. Nothing here is reported to the user: help that cannot be reached
+// Run-time binding of the HTML Help control. The control is found through the machine's COM
+// registration first, and in the system folder otherwise; never through the search path, which
+// would start in the program's own folder. Nothing here is reported to the user: help that cannot be reached
 // only does nothing.
 #include "help/help.h"
 #include "strings/hoi_strings.h"
+#include "strings/paths.h"
+#include "core/core.h"
 
 bool readViewerModulePath(const char* classKey, char* path, std::size_t capacity)
 {
     HOI_CopyA(path, capacity, "");
     HKEY key = nullptr;
-    if (RegOpenKeyExA(HKEY_CLASSES_ROOT, classKey, 0, KEY_READ, &key) != ERROR_SUCCESS)
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, classKey, 0, KEY_READ, &key) != ERROR_SUCCESS)
         return false;
     char value[kHelpPathCapacity];
     DWORD type = REG_NONE;
@@ -42,16 +44,17 @@ bool readViewerModulePath(const char* classKey, char* path, std::size_t capacity
 
 namespace {
 
-// The registered module first, then the bare name through the search path.
+// The registered module first, when the registration names a whole drive path, then the system
+// folder's copy.
 HMODULE loadViewerModule(const HelpViewer* viewer)
 {
     char path[kHelpPathCapacity];
-    if (readViewerModulePath(viewer->classKey, path, sizeof path)) {
-        HMODULE module = LoadLibraryA(path);
+    if (readViewerModulePath(viewer->classKey, path, sizeof path) && folderRootLength(path) == 3) {
+        HMODULE module = LoadLibraryExA(path, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
         if (module)
             return module;
     }
-    return LoadLibraryA(viewer->moduleName);
+    return loadSystemLibrary(viewer->moduleName);
 }
 
 } // namespace

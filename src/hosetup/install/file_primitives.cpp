@@ -182,14 +182,35 @@ bool CreateFolderChain(const char* path, FolderLevels* missing)
     return true;
 }
 
+TreeEntry classifyTreeEntry(DWORD attributes)
+{
+    const bool folder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (folder && (attributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        return TreeEntry::FolderLink;
+    return folder ? TreeEntry::Folder : TreeEntry::File;   // a file link is deleted as a file
+}
+
+// Removes a folder and everything in it. A junction or symbolic link met on the way is removed
+// itself and never entered: it may point at any folder of the system. A child whose path would
+// not fit in kPathCapacity is left alone rather than deleted under a cut name, which would name
+// another file or the folder itself.
 void DeleteFolderTree(const char* folder)
 {
-    char pattern[kPathCapacity];
-    HOI_CopyA(pattern, sizeof pattern, folder);
-    HOI_PathA(pattern, sizeof pattern);
     char base[kPathCapacity];
-    HOI_CopyA(base, sizeof base, pattern);
-    HOI_JoinA(pattern, sizeof pattern, "*.*");
+    if (!composePath(base, sizeof base, folder, nullptr))
+        return;
+    HOI_PathA(base, sizeof base);
+    const std::size_t length = std::strlen(base);
+    if (length == 0 || base[length - 1] != '\\')
+        return;   // no room left for the closing backslash
+    const DWORD attributes = GetFileAttributesA(base);
+    if (attributes != INVALID_FILE_ATTRIBUTES && classifyTreeEntry(attributes) == TreeEntry::FolderLink) {
+        RemoveFolder(base);
+        return;
+    }
+    char pattern[kPathCapacity];
+    if (!composePath(pattern, sizeof pattern, base, "*.*"))
+        return;
 
     WIN32_FIND_DATAA found;
     HANDLE search = FindFirstFileA(pattern, &found);
@@ -198,11 +219,19 @@ void DeleteFolderTree(const char* folder)
             if (HOI_EqualA(found.cFileName, ".") || HOI_EqualA(found.cFileName, ".."))
                 continue;
             char path[kPathCapacity];
-            HOI_CopyA(path, sizeof path, base, found.cFileName);
-            if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+            if (!composePath(path, sizeof path, base, found.cFileName))
+                continue;
+            switch (classifyTreeEntry(found.dwFileAttributes)) {
+            case TreeEntry::FolderLink:
+                RemoveDirectoryA(path);   // the link, not its target
+                break;
+            case TreeEntry::Folder:
                 DeleteFolderTree(path);
-            else
+                break;
+            case TreeEntry::File:
                 DeleteFileA(path);
+                break;
+            }
         } while (FindNextFileA(search, &found));
         FindClose(search);
     }

@@ -17,6 +17,10 @@ constexpr std::size_t kMaxFolderLevels = kPathCapacity / 2;
 
 // ---- types ----------------------------------------------------------------------------------
 
+// What a folder-tree deletion does with an entry it lists. A folder link (a junction or a
+// symbolic link to a folder) is removed itself, never entered: it may point anywhere.
+enum class TreeEntry { File, Folder, FolderLink };
+
 // Folder levels, each a whole path with its closing backslash.
 struct FolderLevels {
     std::size_t count;
@@ -45,5 +49,6 @@ bool CloseFile(HANDLE file);
 // the call go into *missing (may be null), outermost first. False, with nothing made, when path
 // is not a folder path (IsFolderPath).
 bool CreateFolderChain(const char* path, FolderLevels* missing);
+TreeEntry classifyTreeEntry(DWORD attributes);
 void DeleteFolderTree(const char* folder);
 void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart

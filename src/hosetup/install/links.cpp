@@ -94,21 +94,33 @@ int shellFolderPath(int csidl, char* path, int lookupFailure, int pathFailure)
 }
 
 // The Start-menu group of a product: the programs folder + the group's name + a backslash.
-void groupFolderOf(const char* programs, const char* group, char* folder)
+// False when it does not fit: a cut name would name another folder.
+bool groupFolderOf(const char* programs, const char* group, char* folder)
 {
-    HOI_CopyA(folder, kPathCapacity, programs, group, "\\");
+    char joined[kPathCapacity];
+    return composePath(joined, sizeof joined, programs, group) &&
+           composePath(folder, kPathCapacity, joined, "\\");
 }
 
-// The desktop link of a group: separators of a nested group become blanks.
-void desktopLinkOf(const char* desktop, const char* group, char* linkFile)
+// folder + name + ".lnk"; false when it does not fit.
+bool linkFileOf(const char* folder, const char* name, char* linkFile)
+{
+    char joined[kPathCapacity];
+    return composePath(joined, sizeof joined, folder, name) && composePath(linkFile, kPathCapacity, joined, ".lnk");
+}
+
+// The desktop link of a group: separators of a nested group become blanks. False when it does
+// not fit.
+bool desktopLinkOf(const char* desktop, const char* group, char* linkFile)
 {
     char name[kPathCapacity];
-    HOI_CopyA(name, sizeof name, group);
+    if (!composePath(name, sizeof name, group, nullptr))
+        return false;
     for (char* p = name; *p; ++p) {
         if (*p == '\\' || *p == '/')
             *p = ' ';
     }
-    HOI_CopyA(linkFile, kPathCapacity, desktop, name, ".lnk");
+    return linkFileOf(desktop, name, linkFile);
 }
 
 bool initialiseCom()
@@ -150,8 +162,8 @@ bool makeGroupLinks(const Links& links, const char* groupFolder)
         char workingFolder[kPathCapacity];
         char linkFile[kPathCapacity];
         FolderOfPath(target, workingFolder, sizeof workingFolder);
-        HOI_CopyA(linkFile, sizeof linkFile, groupFolder, record.name, ".lnk");
-        if (!MakeShellLink(links.link, links.persist, target, icon, 0, linkFile, workingFolder, record.arguments,
+        if (!linkFileOf(groupFolder, record.name, linkFile) ||
+            !MakeShellLink(links.link, links.persist, target, icon, 0, linkFile, workingFolder, record.arguments,
                            kShowNormal, record.name))
             return false;
         const int progress = 70 + (20 * i) / g_setup.shortcutCount;
@@ -198,8 +210,7 @@ bool CreateShortcuts()
 
     const char* group = g_setup.headerBuffer->productName;
     char groupFolder[kPathCapacity];
-    groupFolderOf(programs, group, groupFolder);
-    if (!CreateFolder(groupFolder))
+    if (!groupFolderOf(programs, group, groupFolder) || !CreateFolder(groupFolder))
         return reportShortcutFailure(kGroupFolder);
     if (!paceProgress(50, 69, 1, 100))
         return false;
@@ -219,9 +230,9 @@ bool CreateShortcuts()
         // The desktop link opens the group folder.
         char linkFile[kPathCapacity];
         char icon[kPathCapacity];
-        desktopLinkOf(desktop, group, linkFile);
         HOI_CopyA(icon, sizeof icon, g_setup.installFolder, kIconModule);
-        if (!MakeShellLink(links.link, links.persist, groupFolder, icon, 0, linkFile, "", "", kShowNormal, group))
+        if (!desktopLinkOf(desktop, group, linkFile) ||
+            !MakeShellLink(links.link, links.persist, groupFolder, icon, 0, linkFile, "", "", kShowNormal, group))
             return reportShortcutFailure(kDesktopLink);
     }
     SetCursor(g_setup.arrowCursor);
@@ -245,15 +256,11 @@ void RemoveShortcuts()
     LPITEMIDLIST items = nullptr;
     if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_DESKTOPDIRECTORY : CSIDL_COMMON_DESKTOPDIRECTORY,
                                    &items) == S_OK && items) {
-        if (pathOf(items, folder)) {
-            desktopLinkOf(folder, productName, path);
+        if (pathOf(items, folder) && desktopLinkOf(folder, productName, path))
             DeleteFileAt(path);
-        }
         for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-            if (pathOf(items, folder)) {
-                HOI_CopyA(path, sizeof path, folder, *name, ".lnk");
+            if (pathOf(items, folder) && desktopLinkOf(folder, *name, path))
                 DeleteFileAt(path);
-            }
         }
         CoTaskMemFree(items);
     }
@@ -265,15 +272,11 @@ void RemoveShortcuts()
     if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_PROGRAMS : CSIDL_COMMON_PROGRAMS, &items) != S_OK ||
         !items)
         return;
-    if (pathOf(items, folder)) {
-        groupFolderOf(folder, productName, path);
+    if (pathOf(items, folder) && groupFolderOf(folder, productName, path))
         DeleteFolderTree(path);
-    }
     for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-        if (pathOf(items, folder)) {
-            groupFolderOf(folder, *name, path);
+        if (pathOf(items, folder) && groupFolderOf(folder, *name, path))
             DeleteFolderTree(path);
-        }
     }
     CoTaskMemFree(items);
 }

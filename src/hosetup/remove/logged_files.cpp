@@ -6,6 +6,8 @@
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 
+#include <cstring>
+
 namespace {
 
 constexpr int kLogAlertKind = 12;
@@ -14,6 +16,62 @@ constexpr int kLogAlertKind = 12;
 constexpr int kCountedLinesForFullBar = 500;
 constexpr int kLinesPerReport = 10;
 constexpr int kCountingFloor = 10;
+
+// True for a canonical drive-letter path: "X:\" and plain names joined by single backslashes,
+// as the installation writes them. Relative, UNC and "\\?\" paths, "." and ".." elements,
+// "/" separators, ":" streams and names Windows would strip of a closing dot or blank are not.
+bool isCanonicalDrivePath(const char* path)
+{
+    const std::size_t length = std::strlen(path);
+    const char drive = static_cast<char>(path[0] | 0x20);
+    if (length < 4 || length >= kPathCapacity || drive < 'a' || drive > 'z' || path[1] != ':' || path[2] != '\\')
+        return false;
+    std::size_t start = 3;
+    for (std::size_t i = 3; i <= length; ++i) {
+        if (i < length && path[i] != '\\') {
+            if (path[i] == '/' || path[i] == ':')
+                return false;
+            continue;
+        }
+        const std::size_t size = i - start;
+        if (size == 0 && i < length)
+            return false;    // two backslashes in a row
+        if (size > 0 && (path[i - 1] == '.' || path[i - 1] == ' '))
+            return false;    // ".", "..", or a name Windows would cut
+        start = i + 1;
+    }
+    return true;
+}
+
+// True when the folder of the run is a folder the product knows and path lies inside it (for a
+// folder line, path may be the folder itself).
+bool liesInside(const char* path, const char* folder, bool folderLine)
+{
+    if (folder[0] == '*' || !IsFolderPath(folder) || !isCanonicalDrivePath(folder))
+        return false;
+    const std::size_t length = std::strlen(folder);
+    if (CompareStringA(LOCALE_INVARIANT, NORM_IGNORECASE, path, static_cast<int>(length), folder,
+                       static_cast<int>(length)) != CSTR_EQUAL)
+        return false;
+    return folderLine || path[length] != '\0';
+}
+
+// The removal deletes only what lies inside the folders the product knows, named as canonical
+// drive-letter paths. The log lives below ProgramData, where a standard user could have written
+// it, and this program runs elevated: any other line is skipped, and the removal goes on.
+bool isProductPath(const char* path, bool folderLine)
+{
+    if (!isCanonicalDrivePath(path))
+        return false;
+    const char* const folders[] = {g_setup.installFolder, g_setup.commonDataFolder, g_setup.userDataFolder,
+                                   g_setup.documentsFolder, g_setup.libraryFolder, g_setup.drawingFolder,
+                                   g_setup.settingFolder};
+    for (const char* folder : folders) {
+        if (liesInside(path, folder, folderLine))
+            return true;
+    }
+    return false;
+}
 
 bool rewind(const char* logPath)
 {
@@ -105,7 +163,8 @@ bool RemoveLoggedFiles()
             continue;
         if (!countUnit(&unitsReported))
             return false;
-        DeleteFileAt(line);
+        if (isProductPath(line, false))
+            DeleteFileAt(line);
     }
     if (count.folders == 0)
         return true;
@@ -119,7 +178,8 @@ bool RemoveLoggedFiles()
             return false;
         bool found = false;
         while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-            if (classifyLogLine(line) != LogLineKind::Folder || !PathExists(line + 1))
+            if (classifyLogLine(line) != LogLineKind::Folder || !isProductPath(line + 1, true) ||
+                !PathExists(line + 1))
                 continue;
             found = true;
             RemoveFolder(line + 1);

@@ -6,9 +6,11 @@
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 #include "holang.h"
+#include "format/name_rules.h"
 
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -108,6 +110,45 @@ void setProductText(const SetupDataHeader& header)
     }
 }
 
+// A text field as the characters before its terminator; a field without one holds no text.
+bool fieldText(const char* field, std::size_t size, std::string_view* text)
+{
+    const void* end = std::memchr(field, '\0', size);
+    if (!end)
+        return false;
+    *text = std::string_view(field, static_cast<std::size_t>(static_cast<const char*>(end) - field));
+    return true;
+}
+
+bool isPlainName(const char* field, std::size_t size)
+{
+    std::string_view text;
+    return fieldText(field, size, &text) && !fileNameProblem(text);
+}
+
+// Every name the data file hands to the file and link steps must be one the package builder
+// would have written: a sub-folder such as "..\..\x" would lead the writes out of the product's
+// folders, and a product name ".." or "" would make the link steps delete other programs'
+// Start-menu groups. One bad text makes the whole file bad.
+bool namesAreSafe(const SetupDataHeader& header, const FileRecord* files, std::int32_t fileCount,
+                  const ShortcutRecord* shortcuts, std::int32_t shortcutCount)
+{
+    if (!isPlainName(header.productName, sizeof header.productName))
+        return false;
+    for (std::int32_t i = 0; i < fileCount; ++i) {
+        std::string_view subFolder;
+        if (!isPlainName(files[i].fileName, sizeof files[i].fileName) ||
+            !fieldText(files[i].subFolder, sizeof files[i].subFolder, &subFolder) ||
+            relativeFolderProblem(subFolder, nullptr))
+            return false;
+    }
+    for (std::int32_t i = 0; i < shortcutCount; ++i) {
+        if (!isPlainName(shortcuts[i].name, sizeof shortcuts[i].name))
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 bool readSetupDataFile(const char* path)
@@ -167,6 +208,9 @@ bool readSetupDataFile(const char* path)
     }
     if (!readExactly(file, g_setup.shortcutRecords,
                      static_cast<std::uint64_t>(shortcutCount) * kShortcutRecordSize))
+        return refuseBadFile(file, path);
+
+    if (!namesAreSafe(header, g_setup.fileRecords, fileCount, g_setup.shortcutRecords, shortcutCount))
         return refuseBadFile(file, path);
 
     CloseHandle(file);

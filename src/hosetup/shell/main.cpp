@@ -8,6 +8,7 @@
 
 int runSetupProgram(HINSTANCE instance, const char* commandLine)
 {
+    restrictDllSearch();
     clearSetupState();
 
     char programFile[kPathCapacity] = {};

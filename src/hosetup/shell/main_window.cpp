@@ -38,9 +38,16 @@ LRESULT onPaint(HWND window)
     return 0;
 }
 
-// The run: the first page, then the sequence; the result becomes the exit code.
+// True from the start of the run until its own closing request is posted.
+bool g_runUnderWay = false;
+
+// The run: the first page, then the sequence; the result becomes the exit code. Until the
+// sequence says otherwise the run counts as failed, so a process ended any other way never
+// reports success.
 void runWizard(HWND window)
 {
+    g_runUnderWay = true;
+    g_setup.exitCode = kExitFailure;
     SetCursor(g_setup.arrowCursor);
     if (g_setup.optionRemove) {
         if (!ShowRemoveWelcomePage(window))
@@ -57,7 +64,21 @@ void runWizard(HWND window)
     // A log still open here is left to the shutdown, which writes the EXITING banner before it
     // closes the file.
     SetCursor(g_setup.arrowCursor);
+    g_runUnderWay = false;
     PostMessageA(window, WM_CLOSE, 0, 0);
+}
+
+// A close of the main window (Alt+F4, the taskbar, a shutdown) while the run is under way must
+// not pull the setup state from under the running sequence: it is the progress window's cancel
+// request instead, asked at the next progress report. Before the progress window shows, and in
+// a silent run, there is nothing to ask and it is ignored. True when the window may close.
+bool closeRequested()
+{
+    if (!g_runUnderWay)
+        return true;
+    if (g_setup.progressDialog && IsWindowVisible(g_setup.progressDialog) && !g_setup.optionSilent)
+        g_setup.cancelRequested = 1;
+    return false;
 }
 
 LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
@@ -71,6 +92,8 @@ LRESULT CALLBACK mainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_PAINT:
         return onPaint(window);
     case WM_CLOSE:
+        if (!closeRequested())
+            return 0;
         if (g_setup.optionSourceFolder)
             scheduleProgramFilesDeletion();
         exitSetup();

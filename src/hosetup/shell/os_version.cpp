@@ -143,18 +143,28 @@ void nameWindowsVersion(unsigned major, unsigned minor, std::uint32_t build, boo
                    static_cast<int>(major), static_cast<int>(minor));
 }
 
+// netapi32 is no KnownDLL, so it is loaded from the system folder at run time, never beside
+// the program.
 void GetWindowsName(char* buffer)
 {
+    using NetWkstaGetInfoFunction = NET_API_STATUS(WINAPI*)(LMSTR, DWORD, LPBYTE*);
+    using NetApiBufferFreeFunction = NET_API_STATUS(WINAPI*)(LPVOID);
+    HMODULE netapi = loadSystemLibrary("netapi32.dll");
+    auto getInfo = reinterpret_cast<NetWkstaGetInfoFunction>(
+        netapi ? GetProcAddress(netapi, "NetWkstaGetInfo") : nullptr);
+    auto freeBuffer = reinterpret_cast<NetApiBufferFreeFunction>(
+        netapi ? GetProcAddress(netapi, "NetApiBufferFree") : nullptr);
     WKSTA_INFO_100* info = nullptr;
-    if (NetWkstaGetInfo(nullptr, 100, reinterpret_cast<BYTE**>(&info)) == NERR_Success && info) {
+    if (getInfo && freeBuffer &&
+        getInfo(nullptr, 100, reinterpret_cast<BYTE**>(&info)) == NERR_Success && info) {
         const unsigned major = info->wki100_ver_major;
         const unsigned minor = info->wki100_ver_minor;
-        NetApiBufferFree(info);
+        freeBuffer(info);
         nameWindowsVersion(major, minor, major == 10 ? GetBuildNumber() : 0, IsServerSystem(), buffer,
                            kWindowsNameCapacity);
         return;
     }
-    if (info)
-        NetApiBufferFree(info);
+    if (info && freeBuffer)
+        freeBuffer(info);
     nameFromVersionChecks(buffer, kWindowsNameCapacity);
 }

@@ -2,6 +2,7 @@
 #include <windows.h>
 
 #include "strings/hoi_strings.h"
+#include "strings/capacity.h"
 
 #pragma GCC diagnostic error "-Wmissing-declarations"
 
@@ -18,6 +19,8 @@ int offeredRoom(unsigned long long capacity)
 
 bool HOI_ConvertAnsiToUTF16(const char* source, wchar_t* destination, unsigned long long capacity)
 {
+    if (writesNothing(capacity))
+        return false;
     const int room = offeredRoom(capacity);
     // With no room the platform would only measure the text, which stores nothing.
     if (room == 0)
@@ -27,6 +30,8 @@ bool HOI_ConvertAnsiToUTF16(const char* source, wchar_t* destination, unsigned l
 
 bool HOI_ConvertUTF16ToAnsi(const wchar_t* source, char* destination, unsigned long long capacity)
 {
+    if (writesNothing(capacity))
+        return false;
     const int room = offeredRoom(capacity);
     if (room == 0)
         return false;

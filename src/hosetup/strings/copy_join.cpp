@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "strings/hoi_strings.h"
+#include "strings/capacity.h"
 
 // Every definition here must match a declaration of the header, or it would silently get an
 // ordinary C++ symbol instead of its exported name.
@@ -54,6 +55,8 @@ bool appendSources(C* destination, Size capacity, Size& position, Sources... sou
 template <typename C, typename... Sources>
 void copySources(C* destination, Size capacity, Sources... sources)
 {
+    if (writesNothing(capacity))
+        return;
     Size position = 0;
     appendSources(destination, capacity, position, sources...);
     destination[position] = 0;
@@ -62,6 +65,8 @@ void copySources(C* destination, Size capacity, Sources... sources)
 template <typename C, typename... Sources>
 bool joinSources(C* destination, Size capacity, Sources... sources)
 {
+    if (writesNothing(capacity))
+        return false;
     Size position = boundedLength(destination, capacity);
     const bool whole = appendSources(destination, capacity, position, sources...);
     destination[position] = 0;
@@ -79,13 +84,15 @@ void initText(C* buffer)
 template <typename C>
 void terminateText(C* buffer, Size capacity)
 {
-    if (capacity != 0)
+    if (!writesNothing(capacity))
         buffer[capacity - 1] = 0;
 }
 
 template <typename C>
 void copyPart(C* destination, Size capacity, const C* source, Size count)
 {
+    if (writesNothing(capacity))
+        return;
     const Size limit = capacity - 1 < count ? capacity - 1 : count;
     Size position = 0;
     // A null source is only touched when the limit lets a first element be read.
@@ -110,6 +117,8 @@ void copyChar(C* destination, Size capacity, C c)
 template <typename C>
 bool joinPart(C* destination, Size capacity, const C* source, Size count)
 {
+    if (writesNothing(capacity))
+        return false;
     Size position = boundedLength(destination, capacity);
     // min(capacity - 1, end + count), computed without letting a huge count wrap around.
     const Size room = capacity - 1 - position;
@@ -122,6 +131,8 @@ bool joinPart(C* destination, Size capacity, const C* source, Size count)
 template <typename C>
 bool joinChar(C* destination, Size capacity, C c)
 {
+    if (writesNothing(capacity))
+        return false;
     const Size end = boundedLength(destination, capacity);
     if (end >= capacity - 1 || c == 0)
         return false; // the buffer is left exactly as it was, unterminated or not
@@ -134,7 +145,7 @@ template <typename C>
 void pathText(C* buffer, Size capacity)
 {
     // "*" stands for a folder that is not known yet; it must not turn into "*\".
-    if (buffer[0] == '*')
+    if (writesNothing(capacity) || buffer[0] == '*')
         return;
     const Size length = boundedLength(buffer, capacity);
     if (length == 0 || length >= capacity - 1)

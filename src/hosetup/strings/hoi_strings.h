@@ -12,11 +12,11 @@
 // - Length is the number of elements before the first NUL. A scan of a destination looks at
 //   no more than capacity - 1 elements; a destination without NUL in that range counts as full
 //   (length capacity - 1).
-// - Every writer leaves a NUL at or before index capacity - 1, except Init (no capacity) and a
-//   refused single-character Join (buffer left exactly as it was).
-// - Capacity must be at least 1; only Terminate and single-character Copy accept 0 (they then
-//   write nothing). Sources must not overlap the destination; null sources are skipped where
-//   a member says so.
+// - Every writer leaves a NUL at or before index capacity - 1, except Init (no capacity), a
+//   refused single-character Join (buffer left exactly as it was) and a capacity of 0.
+// - A capacity of 0 writes nothing in every member, narrow and wide: not even a terminator.
+//   Copies and Path return, Joins and the converters answer false, Print answers 0. Sources
+//   must not overlap the destination; null sources are skipped where a member says so.
 // - Nothing allocates, except the per-call numeric locale of the Print overloads with doubles.
 #pragma once
 

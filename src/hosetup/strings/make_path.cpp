@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "strings/hoi_strings.h"
+#include "strings/capacity.h"
 
 #pragma GCC diagnostic error "-Wmissing-declarations"
 
@@ -46,6 +47,8 @@ bool endsInSeparator(const char* dir)
 void HOI_MakePathA(char* destination, Size capacity, const char* drive, const char* dir,
     const char* name, const char* extension)
 {
+    if (writesNothing(capacity))
+        return;
     if (partLength(drive) + partLength(dir) + partLength(name) + partLength(extension) >=
         kMakePathLimit) {
         HOI_InitA(destination);

@@ -90,6 +90,19 @@ bool ParentFolder(const char* path, char* parent, std::size_t capacity)
     return true;
 }
 
+bool composePath(char* path, std::size_t capacity, const char* first, const char* second)
+{
+    const std::size_t length = std::strlen(first) + (second ? std::strlen(second) : 0);
+    if (capacity == 0)
+        return false;
+    if (length >= capacity) {
+        path[0] = '\0';
+        return false;
+    }
+    HOI_CopyA(path, capacity, first, second);
+    return true;
+}
+
 void StripTrailingSeparator(char* path)
 {
     const std::size_t length = std::strlen(path);

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "strings/hoi_strings.h"
+#include "strings/capacity.h"
 
 #pragma GCC diagnostic error "-Wmissing-declarations"
 
@@ -50,6 +51,8 @@ int formatValues(C* destination, std::size_t count, _locale_t locale, const C* f
 template <typename C, typename... Values>
 Size printBounded(C* destination, Size capacity, const C* format, Values... values)
 {
+    if (writesNothing(capacity))
+        return 0;
     // Doubles are written with "." and no grouping whatever the user's regional settings:
     // such texts end up in files and registry values that other programs parse.
     constexpr bool hasDouble = (std::is_same_v<Values, double> || ...);
@@ -58,8 +61,7 @@ Size printBounded(C* destination, Size capacity, const C* format, Values... valu
         format, values...);
     if (numeric != nullptr)
         _free_locale(numeric);
-    if (capacity != 0)
-        destination[capacity - 1] = 0;
+    destination[capacity - 1] = 0;
     const Size length = static_cast<Size>(static_cast<long long>(written));
     return length < capacity - 1 ? length : capacity - 1;
 }

@@ -1,0 +1,214 @@
+// What a stranger can change for the elevated program: names in the data file, lines of the setup
+// log, links inside a folder tree, and a capacity of 0 handed to the exported string family.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "install/install.h"
+#include "process.h"
+#include "remove/remove.h"
+#include "setupdata/setupdata.h"
+#include "shell/shell.h"
+#include "strings/hoi_strings.h"
+#include "ui/ui.h"
+
+namespace {
+
+void writeFile(const std::string& path, const std::string& text)
+{
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+class Hostile : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        root_ = makeTempFolder("hostile");
+        clearSetupState();
+        g_setup.optionSilent = 1;
+        g_setup.languageModule = GetModuleHandleA("holang.dll");
+        g_setup.scale = 1.0;
+        for (char* folder : {g_setup.installFolder, g_setup.commonDataFolder, g_setup.userDataFolder,
+                             g_setup.documentsFolder, g_setup.settingFolder, g_setup.drawingFolder,
+                             g_setup.libraryFolder})
+            HOI_CopyA(folder, kPathCapacity, "*");
+        HOI_CopyA(g_setup.installFolder, kPathCapacity, root_.c_str(), "Program\\");
+        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str(), "Data\\");
+    }
+    void TearDown() override
+    {
+        if (g_setup.logFile)
+            CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+        releaseDataRecords();
+        removeTree(root_);
+    }
+    std::string root_;
+};
+
+// One text of a data file that would lead the file or link steps out of the product's folders.
+struct HostileText {
+    const char* what;
+    char* (*field)(SetupDataHeader&, FileRecord&, ShortcutRecord&);
+    const char* text;
+};
+
+char* subFolder(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.subFolder; }
+char* fileName(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.fileName; }
+char* linkName(SetupDataHeader&, FileRecord&, ShortcutRecord& s) { return s.name; }
+char* productName(SetupDataHeader& h, FileRecord&, ShortcutRecord&) { return h.productName; }
+
+TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
+{
+    const HostileText cases[] = {
+        {"valid", nullptr, nullptr},
+        {"climbing sub-folder", subFolder, "..\\..\\..\\x"},
+        {"drive sub-folder", subFolder, "C:\\Windows"},
+        {"UNC sub-folder", subFolder, "\\\\server\\share"},
+        {"slash sub-folder", subFolder, "a/b"},
+        {"stream sub-folder", subFolder, "a:b"},
+        {"parent file name", fileName, ".."},
+        {"file name with a folder", fileName, "x\\y.dll"},
+        {"device file name", fileName, "nul.txt"},
+        {"superscript device", fileName, "COM\xb9"},
+        {"file name ending in a dot", fileName, "a."},
+        {"empty product name", productName, ""},
+        {"parent product name", productName, ".."},
+        {"nested product name", productName, "Vistrel\\..\\.."},
+        {"link name climbing", linkName, "..\\..\\Startup\\x"},
+        {"link name without terminator", linkName, "0123456789012345678901234567890123456789012345678901234567890123"},
+    };
+    for (const HostileText& c : cases) {
+        SCOPED_TRACE(c.what);
+        SetupDataHeader header = {};
+        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
+        std::memcpy(header.compileDate, "2022-11-29", 10);
+        std::strcpy(header.productName, "Vistrel 2022");
+        header.fileCount = 1;
+        header.shortcutCount = 1;
+        FileRecord file = {};
+        std::strcpy(file.fileName, "hovistrel.exe");
+        std::strcpy(file.subFolder, "Bin");
+        ShortcutRecord link = {};
+        std::strcpy(link.name, "Vistrel");
+        if (c.field) {
+            char* field = c.field(header, file, link);
+            std::memset(field, 0, 64);
+            std::memcpy(field, c.text, std::strlen(c.text));
+        }
+        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+        bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
+        bytes.append(reinterpret_cast<const char*>(&link), sizeof link);
+        const std::string path = root_ + "_000000_";
+        writeFile(path, bytes);
+        EXPECT_EQ(readSetupDataFile(path.c_str()), c.field == nullptr);
+        EXPECT_EQ(g_setup.fileCount, c.field ? 0 : 1);
+        EXPECT_EQ(g_setup.shortcutCount, c.field ? 0 : 1);
+    }
+}
+
+// A log a standard user could have prepared: only product files inside the product's folders go.
+TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
+{
+    const std::string outside = root_ + "Outside\\";
+    ASSERT_TRUE(CreateFolderChain((outside + "Empty\\").c_str(), nullptr));
+    ASSERT_TRUE(CreateFolderChain(g_setup.commonDataFolder, nullptr));
+    ASSERT_TRUE(CreateFolderChain((std::string(g_setup.installFolder) + "Bin\\").c_str(), nullptr));
+    writeFile(outside + "keep.txt", "someone else's");
+    writeFile(std::string(g_setup.installFolder) + "Bin\\product.dll", "ours");
+    const std::string lines[] = {
+        outside + "keep.txt",                                   // absolute, elsewhere
+        std::string(g_setup.installFolder) + "..\\Outside\\keep.txt",
+        std::string(g_setup.installFolder) + "Bin\\..\\..\\Outside\\keep.txt",
+        "\\\\?\\" + outside + "keep.txt",
+        "\\\\127.0.0.1\\c$\\keep.txt",
+        "Outside\\keep.txt",                                    // relative
+        std::string(g_setup.installFolder) + "Bin\\product.dll:stream",
+        "#" + outside + "Empty\\",
+        std::string(g_setup.installFolder) + "Bin\\product.dll",
+        "#" + std::string(g_setup.installFolder) + "Bin\\",
+    };
+    std::string log;
+    for (const std::string& line : lines)
+        log += line + "\r\n";
+    writeFile(std::string(g_setup.commonDataFolder) + "hosetup.log", log);
+    ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
+    EXPECT_TRUE(RemoveLoggedFiles());
+    ShowProgressStage(false, 0, 0, 0);
+    EXPECT_TRUE(fileExists(outside + "keep.txt"));
+    EXPECT_TRUE(fileExists(outside + "Empty\\"));
+    EXPECT_FALSE(fileExists(std::string(g_setup.installFolder) + "Bin\\"));
+}
+
+// Wine 8 can make neither junctions nor symbolic links (CreateSymbolicLinkA answers success and
+// makes nothing, FSCTL_SET_REPARSE_POINT is not supported), so the tree deletion's rule for what
+// it lists is tested on the attributes Windows reports for each kind of entry.
+TEST(TreeDeletion, LinksAreRemovedNeverEntered)
+{
+    const struct { DWORD attributes; TreeEntry expected; } cases[] = {
+        {FILE_ATTRIBUTE_ARCHIVE, TreeEntry::File},
+        {FILE_ATTRIBUTE_DIRECTORY, TreeEntry::Folder},
+        {FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT, TreeEntry::FolderLink},
+        {FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_HIDDEN, TreeEntry::FolderLink},
+        {FILE_ATTRIBUTE_REPARSE_POINT, TreeEntry::File},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(classifyTreeEntry(c.attributes), c.expected) << std::hex << c.attributes;
+}
+
+TEST_F(Hostile, TreeDeletionRefusesPathsThatWouldBeCut)
+{
+    // A folder of 259 characters leaves no room for its listing pattern or a child: cut, either
+    // would name the folder itself, and the deletion would recurse into it without end.
+    const std::string tree = root_ + std::string(258 - root_.size(), 'd') + "\\";
+    const std::string child = "\\\\?\\" + tree + "f";
+    const std::wstring wideTree(tree.begin(), tree.end());
+    const std::wstring wideChild(child.begin(), child.end());
+    ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + wideTree).c_str(), nullptr));
+    HANDLE made = CreateFileW(wideChild.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
+    ASSERT_NE(made, INVALID_HANDLE_VALUE);
+    CloseHandle(made);
+    DeleteFolderTree(tree.c_str());
+    EXPECT_NE(GetFileAttributesW(wideChild.c_str()), INVALID_FILE_ATTRIBUTES);
+    DeleteFileW(wideChild.c_str());
+    RemoveDirectoryW((L"\\\\?\\" + wideTree).c_str());
+}
+
+// A capacity of 0 writes nothing, in the narrow and the wide members alike.
+TEST(StringFamily, CapacityZeroWritesNothing)
+{
+    char narrow[8];
+    wchar_t wide[8];
+    const std::function<void()> calls[] = {
+        [&] { HOI_CopyA(narrow, 0, "abc"); },
+        [&] { HOI_JoinA(narrow, 0, "abc"); },
+        [&] { HOI_CopyPartA(narrow, 0, "abc", 2); },
+        [&] { HOI_JoinPartA(narrow, 0, "abc", 2); },
+        [&] { HOI_PrintA(narrow, 0, "%d", 42); },
+        [&] { HOI_PathA(narrow, 0); },
+        [&] { HOI_MakePathA(narrow, 0, "C", std::string(300, 'x').c_str(), "a", "b"); },
+        [&] { HOI_ConvertUTF16ToAnsi(L"abc", narrow, 0); },
+        [&] { HOI_CopyW(wide, 0, L"abc"); },
+        [&] { HOI_JoinW(wide, 0, L"abc"); },
+        [&] { HOI_CopyPartW(wide, 0, L"abc", 2); },
+        [&] { HOI_JoinPartW(wide, 0, L"abc", 2); },
+        [&] { HOI_PrintW(wide, 0, L"%d", 42); },
+        [&] { HOI_PathW(wide, 0); },
+        [&] { HOI_ConvertAnsiToUTF16("abc", wide, 0); },
+    };
+    for (std::size_t i = 0; i < std::size(calls); ++i) {
+        std::memset(narrow, 0x5A, sizeof narrow);
+        std::memset(wide, 0x5A, sizeof wide);
+        calls[i]();
+        for (char c : narrow)
+            ASSERT_EQ(c, 0x5A) << "call " << i;
+        for (wchar_t c : wide)
+            ASSERT_EQ(c, 0x5A5A) << "call " << i;
+    }
+}
+
+} // namespace
