@@ -93,6 +93,14 @@ bool writeUninstallEntry(std::uint32_t reportNumber)
     SetRegistryString(key, "DisplayName", value);
     HOI_PrintA(value, sizeof value, "\"%s%s\" -x", g_setup.installFolder, kSetupProgramName);
     SetRegistryString(key, "UninstallString", value);
+    // What deployment tools and the system's settings read beside the entry's written values:
+    // the silent removal, the size in KiB, and that there is neither a Modify nor a Repair.
+    HOI_JoinA(value, sizeof value, " -S");
+    SetRegistryString(key, "QuietUninstallString", value);
+    const std::uint64_t kib = (g_setup.bytesTotalInstalled + 1023) / 1024;
+    SetRegistryNumber(key, "EstimatedSize", kib > 0xFFFFFFFFull ? 0xFFFFFFFFu : static_cast<std::uint32_t>(kib));
+    SetRegistryNumber(key, "NoModify", 1);
+    SetRegistryNumber(key, "NoRepair", 1);
     SetRegistryString(key, "InstallLocation", g_setup.installFolder);
     SetRegistryString(key, "Publisher", kPublisher);
     char buildDate[kDecimalTextCapacity];
