@@ -1,6 +1,9 @@
-// Entry points of the language module. The module keeps no state of its own beyond what the
-// setup program hands it; the interface version guards against a mismatched program.
+// Entry points of the language module, shared by every language: the language itself comes
+// from the texts file the module is built with (texts.h). The module keeps no state of its own
+// beyond what the setup program hands it; the interface version guards against a mismatched
+// program.
 #include "holang.h"
+#include "texts.h"
 
 #include <cstring>
 
@@ -10,12 +13,12 @@ extern "C" __declspec(dllexport) BOOL HOI_LanguageInit(HINSTANCE instance, HWND 
     if (interfaceVersion != kLanguageInterfaceVersion)
         return FALSE;
     if (languageInfo) {
-        // Language code page and identifier, for any caller that wants to know what it got.
+        // Language name, identifier and code page, for any caller that wants to know what it got.
         unsigned char* info = static_cast<unsigned char*>(languageInfo);
         std::memset(info, 0, 68);
-        std::strncpy(reinterpret_cast<char*>(info), "English", 31);
-        *reinterpret_cast<unsigned short*>(info + 32) = 0x0409;
-        *reinterpret_cast<unsigned short*>(info + 34) = 1252;
+        std::strncpy(reinterpret_cast<char*>(info), kLanguageName, 31);
+        std::memcpy(info + 32, &kLanguageId, sizeof kLanguageId);
+        std::memcpy(info + 34, &kLanguageCodePage, sizeof kLanguageCodePage);
     }
     return TRUE;
 }

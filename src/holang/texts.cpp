@@ -12,6 +12,12 @@
 // Texts are 8-bit ANSI (Windows-1252). "\n\n" separates paragraphs; painted texts wrap by
 // themselves, so there are no line breaks inside a paragraph except around inserted paths.
 #include "holang.h"
+#include "texts.h"
+
+// ---- language identity ----------------------------------------------------------------------
+const char kLanguageName[] = "English";
+const unsigned short kLanguageId = 0x0409;  // English (United States)
+const unsigned short kLanguageCodePage = 1252;
 
 // ---- eMessageText ---------------------------------------------------------------------------
 // Messages, questions, page texts and progress captions.
@@ -252,7 +258,9 @@ const char* const eAlertErrorText[] = {
 
 // ---- eRelativePaths -------------------------------------------------------------------------
 // Folder names below the target and backup folders. Each is relative (no leading backslash) and
-// ends in exactly one backslash, because sub-folders and file names are appended directly.
+// ends in exactly one backslash, because sub-folders and file names are appended directly. They
+// are names, not texts: every language module carries these same names, so that an installation
+// and a removal in different languages find the same folders.
 const char* const eRelativePaths[] = {
     "",             // 0: unused.
     "Settings\\",   // 1: settings folder below the documents folder; its backup place.
@@ -291,6 +299,7 @@ const char* const eCaptionTexts[] = {
 };
 
 // ---- eDefaultNames --------------------------------------------------------------------------
+// A font's face name is a name, the same in every language.
 const char* const eDefaultNames[] = {
     "",          // 0: unused.
     "Segoe UI",  // 1: face name of the dialog font (at most 31 characters); present on Windows 7
@@ -299,7 +308,9 @@ const char* const eDefaultNames[] = {
 };
 
 // ---- eProfileTitle --------------------------------------------------------------------------
-// Registry names and document type descriptions.
+// Registry names and document type descriptions. Entries 2 and 7 name the uninstall entry and
+// are the same in every language, so that a removal in another language finds the entry; 4 and 9
+// are the descriptions that Explorer shows, and are translated.
 const char* const eProfileTitle[] = {
     "", "",                       // 0-1: unused.
     "Vistrel Professional 2022",  // 2: key name of the uninstall entry; one key, no backslash.
@@ -327,12 +338,12 @@ const char eApplicationName[] = "Vistrel Setup";
 
 // The program addresses entries by number: a table that lost or gained an entry would move
 // every later text to the wrong place.
-static_assert(sizeof eMessageText / sizeof eMessageText[0] == 38, "eMessageText: 0-36 and a guard");
-static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == 33, "eUniTexts: 0-31 and a guard");
-static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == 19, "eAlertErrorText: 0-17 and a guard");
-static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == 12, "eRelativePaths: 0-10 and a guard");
-static_assert(sizeof eButtonText / sizeof eButtonText[0] == 9, "eButtonText: codes 1-8 and a guard");
-static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == 2, "eCaptionTexts: 0 and a guard");
-static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == 3, "eDefaultNames: 0-1 and a guard");
-static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == 11, "eProfileTitle: 0-9 and a guard");
-static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == 13, "eMonthNames: 12 months and a guard");
+static_assert(sizeof eMessageText / sizeof eMessageText[0] == kMessageTextEntries, "eMessageText");
+static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == kUniTextEntries, "eUniTexts");
+static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == kAlertErrorTextEntries, "eAlertErrorText");
+static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == kRelativePathEntries, "eRelativePaths");
+static_assert(sizeof eButtonText / sizeof eButtonText[0] == kButtonTextEntries, "eButtonText");
+static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == kCaptionTextEntries, "eCaptionTexts");
+static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == kDefaultNameEntries, "eDefaultNames");
+static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == kProfileTitleEntries, "eProfileTitle");
+static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == kMonthNameEntries, "eMonthNames");

@@ -4,8 +4,8 @@
 //   "hounzip.exe" "archive" "target folder\" [options] -n -q
 //
 // The archive is a zip archive that holds exactly one file (stored or deflated, Zip64 allowed). The file is
-// written under its stored base name into the target folder, through a temporary file that is renamed into place
-// only after the CRC-32 matched.
+// written under its stored base name into the target folder, through a new temporary file that is renamed into
+// place only after the CRC-32 matched.
 //
 // Options (with "-" or "/", either case):
 //   -n  never ask: an existing file of the same name is replaced without a question. Without -n the user is asked
@@ -18,11 +18,13 @@
 //   2  archive missing or unreadable (not found, no access, a folder, or a read failed)
 //   3  not a valid one-file archive: no end record, truncated, not exactly one file entry, a directory entry,
 //      headers that disagree, sizes or offsets that do not fit the file, a stored name with nothing safe left
+//      (empty, a device name, reserved characters, a closing dot or blank)
 //   4  unsupported entry: compression method other than stored (0) or deflate (8), or encryption
 //   5  damaged data: CRC-32 mismatch, broken deflate stream, unpacked length differs from the stored size
 //   6  cannot write: target folder missing, temporary file cannot be created or written (disk full), or the
 //      target cannot be replaced (a folder of that name, access denied)
-//   7  target exists and was kept: no -n, and the user declined or -q did not allow asking
+//   7  target exists and was kept: no -n, and the user declined, -q did not allow asking, or the target
+//      appeared while the member was unpacked
 //   8  out of memory for the decoder
 //
 // It is a GUI-subsystem program with no console and no start-up work of its own, because the installer starts it
@@ -80,9 +82,12 @@ static void ShowFailure(int code, const HzCommand *command)
     ShowBox(message, MB_OK | MB_ICONERROR);
 }
 
-// Without -n, an existing target is replaced only when the user agrees; a quiet run cannot ask and keeps it.
-static int MayReplace(const HzCommand *command, const char *target)
+// Whether the target may be written. With -n an existing target is replaced; without it only when the user
+// agrees, and a quiet run cannot ask and keeps it. *replace says whether the rename may replace a file: not when
+// none was there at this point, so that one that appears meanwhile is kept rather than replaced unasked.
+static int MayWrite(const HzCommand *command, const char *target, int *replace)
 {
+    *replace = command->noAsk;
     if (command->noAsk || GetFileAttributesA(target) == INVALID_FILE_ATTRIBUTES)
         return 1;
     if (command->quiet)
@@ -92,7 +97,8 @@ static int MayReplace(const HzCommand *command, const char *target)
     Append(question, sizeof(question), "The file already exists:\n");
     Append(question, sizeof(question), target);
     Append(question, sizeof(question), "\n\nReplace it?");
-    return ShowBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+    *replace = ShowBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+    return *replace;
 }
 
 static int Run(const HzCommand *command)
@@ -103,19 +109,34 @@ static int Run(const HzCommand *command)
         return HZ_ERR_OPEN;
     HzEntry entry;
     char target[MAX_PATH];
+    int replace = 0;
     int result = HZ_ReadArchive(archive, &entry);
     if (result == HZ_OK && !HZ_TargetPath(command->folder, entry.name, target, sizeof(target)))
         result = HZ_ERR_WRITE;
-    if (result == HZ_OK && !MayReplace(command, target))
+    if (result == HZ_OK && !MayWrite(command, target, &replace))
         result = HZ_ERR_KEPT;
     if (result == HZ_OK)
-        result = HZ_Extract(archive, &entry, command->folder, target);
+        result = HZ_Extract(archive, &entry, command->folder, target, replace);
     CloseHandle(archive);
     return result;
 }
 
+// DLLs loaded at run time (user32 for a message box, what the C library loads for rand_s) come from the system
+// folder only, never from the program's folder, which is often a Downloads folder that a stranger may have
+// filled. SetDefaultDllDirectories exists from Windows 8 (Windows 7 with update KB2533623); without it
+// SetDllDirectoryA("") at least takes the current folder out of the search.
+static void RestrictDllSearch(void)
+{
+    typedef BOOL(WINAPI * SetDefaultDllDirectoriesFunction)(DWORD);
+    SetDefaultDllDirectoriesFunction setDefault = (SetDefaultDllDirectoriesFunction)(void *)GetProcAddress(
+        GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories");
+    if (setDefault == NULL || !setDefault(LOAD_LIBRARY_SEARCH_SYSTEM32))
+        SetDllDirectoryA("");
+}
+
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
 {
+    RestrictDllSearch();
     // No system dialog (drive not ready and the like) may stop an unattended installation.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     HzCommand command;

@@ -1,14 +1,8 @@
-/* hzlaunch.exe: starts Windows programs the way the installer starts its unpacker (CreateProcessA with the window
- * hidden, no inherited handles, then WaitForSingleObject and GetExitCodeProcess), so that tests and benchmarks
- * see exactly the command line and the process start that the installer produces.
- *
- *   hzlaunch.exe LISTFILE [ROUNDS]
- *
- * LISTFILE holds one complete command line per line (at most 256 lines), taken verbatim: no shell or argv quoting
- * in between. The whole list is started ROUNDS times (default 1), line after line, so that programs measured
- * together share the same load of the machine. For each line one output line is printed:
- *   <exit code of the last start> <mean ms per start> <median ms per start>
- * A command that cannot be started gives exit code -1. */
+/* hzlaunch.exe LISTFILE [ROUNDS]: starts programs as the installer starts its unpacker (CreateProcessA with the
+ * window hidden, no inherited handles, WaitForSingleObject, GetExitCodeProcess), so that tests and benchmarks see
+ * exactly its command line and process start. LISTFILE holds up to 256 command lines, taken verbatim; the list is
+ * started ROUNDS times (default 1), so that programs measured together share the same load. Per line it prints
+ * "<exit code of the last start> <mean ms per start> <median ms per start>"; exit code -1: could not start. */
 #include <windows.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -25,24 +19,24 @@ static long g_codes[MAX_LINES];
 static long RunOnce(const char *commandLine)
 {
     char copy[LINE_SIZE]; /* CreateProcessA may write into its command-line buffer */
-    STARTUPINFOA startup;
+    STARTUPINFOA startup = { 0 };
     PROCESS_INFORMATION process;
     DWORD code = 0;
-    memcpy(copy, commandLine, sizeof(copy));
-    ZeroMemory(&startup, sizeof(startup));
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
+    /* Under Wine, with several test programs starting processes at once, a start has been seen to fail once and
+     * succeed when repeated; the cases test the unpacker, not that. */
+    memcpy(copy, commandLine, sizeof(copy));
     if (!CreateProcessA(NULL, copy, NULL, NULL, FALSE, 0, NULL, NULL, &startup, &process)) {
-        /* Under Wine with several test programs starting processes at once, a start has been
-         * seen to fail once and succeed when repeated; the cases test the unpacker, not that. */
         Sleep(200);
         memcpy(copy, commandLine, sizeof(copy));
         if (!CreateProcessA(NULL, copy, NULL, NULL, FALSE, 0, NULL, NULL, &startup, &process))
             return -1;
     }
     CloseHandle(process.hThread);
-    if (WaitForSingleObject(process.hProcess, INFINITE) != WAIT_OBJECT_0 || !GetExitCodeProcess(process.hProcess, &code))
+    if (WaitForSingleObject(process.hProcess, INFINITE) != WAIT_OBJECT_0 ||
+        !GetExitCodeProcess(process.hProcess, &code))
         code = 100;
     CloseHandle(process.hProcess);
     return (long)code;
@@ -57,37 +51,26 @@ static int CompareDoubles(const void *a, const void *b)
 int main(int argc, char **argv)
 {
     LARGE_INTEGER frequency, start, end;
-    if (argc < 2) {
+    int rounds = argc > 2 ? atoi(argv[2]) : 1, count = 0;
+    FILE *list = argc > 1 ? fopen(argv[1], "rb") : NULL;
+    if (list == NULL) {
         fprintf(stderr, "usage: hzlaunch LISTFILE [ROUNDS]\n");
         return 2;
     }
-    int rounds = argc > 2 ? atoi(argv[2]) : 1;
-    if (rounds < 1)
-        rounds = 1;
-    if (rounds > MAX_ROUNDS)
-        rounds = MAX_ROUNDS;
-    FILE *list = fopen(argv[1], "rb");
-    if (list == NULL) {
-        fprintf(stderr, "cannot open %s\n", argv[1]);
-        return 2;
-    }
-    int count = 0;
+    rounds = rounds < 1 ? 1 : rounds > MAX_ROUNDS ? MAX_ROUNDS : rounds;
     while (count < MAX_LINES && fgets(g_lines[count], LINE_SIZE, list) != NULL) {
         g_lines[count][strcspn(g_lines[count], "\r\n")] = '\0';
-        if (g_lines[count][0] != '\0')
-            count++;
+        count += g_lines[count][0] != '\0';
     }
     fclose(list);
-
     QueryPerformanceFrequency(&frequency);
-    for (int round = 0; round < rounds; round++) {
+    for (int round = 0; round < rounds; round++)
         for (int i = 0; i < count; i++) {
             QueryPerformanceCounter(&start);
             g_codes[i] = RunOnce(g_lines[i]);
             QueryPerformanceCounter(&end);
             g_ms[i][round] = (double)(end.QuadPart - start.QuadPart) * 1000.0 / (double)frequency.QuadPart;
         }
-    }
     for (int i = 0; i < count; i++) {
         double sum = 0.0;
         for (int round = 0; round < rounds; round++)

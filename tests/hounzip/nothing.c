@@ -1,8 +1,4 @@
-/* nothing.exe: a GUI-subsystem program that does nothing, the yardstick for the cost of one process start under
- * the same launcher that starts hounzip.exe. */
+/* nothing.exe: a GUI program that does nothing, the unpacker benchmark's yardstick for one process start. */
 #include <windows.h>
 
-int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show)
-{
-    return 0;
-}
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show) { return 0; }

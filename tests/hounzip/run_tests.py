@@ -1,266 +1,264 @@
 #!/usr/bin/env python3
-"""Tests hounzip.exe under Wine the way the installer uses it.
+"""Tests hounzip.exe under Wine: hzlaunch.exe starts every case's command line as the installer does, then the whole
+work tree is compared with its state before. A case's folder must have gained exactly the written file in its
+target folder and nothing else may differ anywhere, so a file written outside the target folder, a temporary file
+left behind, a followed link or a damaged existing file shows up. --big (with HOUNZIP_BIG_TEST=1): a 4 GiB member."""
 
-Every case gets its own folder with a target folder inside and a file beside it. All command lines are written
-verbatim into one list file and started one after another by hzlaunch.exe (CreateProcessA with a hidden window,
-as the installer does), so only one Wine start of the launcher is paid. Afterwards each case is checked:
-the exit code, the written file (byte-equal, with the stored modification time), and the whole folder tree before
-and after, so that a file written outside the target folder, a temporary file left behind, or a damaged existing
-file shows up.
+import argparse, hashlib, io, os, pathlib, random, re, shutil, stat, struct, subprocess, sys, tempfile, time
+import zipfile, zlib
+from types import SimpleNamespace as Record
 
-With --big (and HOUNZIP_BIG_TEST=1) it instead unpacks one member of more than 4 GiB."""
+ROOT = os.path.realpath(os.path.join(os.path.dirname(__file__), "..", ".."))  # drive T: under scripts/wine-run
+OK, COMMAND_LINE, OPEN, FORMAT, UNSUPPORTED, DATA, WRITE, KEPT = range(8)  # exit codes
+STAMP = 1614834368  # 2021-03-04 05:06:08 UTC, which Info-ZIP stores as Unix time
+LOCAL_STAMP = int(time.mktime((2021, 3, 4, 5, 6, 8, 0, 0, -1)))  # the same as an MS-DOS time (local time)
+DOS_TIME, DOS_DATE = (5 << 11) | (6 << 5) | 4, ((2021 - 1980) << 9) | (3 << 5) | 4
+MIXED = random.Random(7).randbytes(700_000) + b"".join(b"line %07d of a payload\r\n" % i for i in range(40_000))
+SMALL, OLD = b"hello hounzip\r\n" * 10, b"the file that was there before\r\n"
 
-import argparse
-import hashlib
-import os
-import shutil
-import stat
-import subprocess
-import sys
-import time
-import zlib
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-sys.dont_write_bytecode = True  # keep the source folder clean
-import make_archives as ma  # noqa: E402
+ReadOnly = type("ReadOnly", (bytes,), {})  # content of a read-only file that a case finds before the run
 
-OLD_CONTENT = b"the file that was there before\r\n"
+
+def entry(name, data=SMALL, method=8, flags=0, packed=None, crc=None, central=None, local=None, local_name=None,
+          descriptor=False, cut_descriptor=None, attributes=0, zip64=False):
+    """A member of a hand-made archive. central and local replace the (packed, size) pair of that header,
+    descriptor puts CRC and sizes behind the data (flag bit 3), zip64 puts sizes and offset in Zip64 fields."""
+    return Record(**locals())
+
+
+def raw_zip(members, zip64_end=False, cut=None):
+    """The archive of members; zip64_end adds the Zip64 end records and escapes the 32-bit end record's fields."""
+    out, centrals = io.BytesIO(), []
+    for m in members:
+        packed = m.packed if m.packed is not None else zlib.compress(m.data, 6, -15) if m.method == 8 else m.data
+        crc, offset, flags = zlib.crc32(m.data) if m.crc is None else m.crc, out.tell(), m.flags | m.descriptor << 3
+        sizes, lextra, cextra, version = (len(packed), len(m.data)), b"", b"", 45 if m.zip64 else 20
+        (lpacked, lsize), (cpacked, csize), coffset, lcrc = m.local or sizes, m.central or sizes, offset, crc
+        if m.zip64:
+            lextra = struct.pack("<HHQQ", 1, 16, lsize, lpacked)
+            cextra = struct.pack("<HHQQQ", 1, 24, csize, cpacked, offset)
+            lpacked = lsize = cpacked = csize = coffset = 0xFFFFFFFF
+        if m.descriptor:
+            lcrc = lpacked = lsize = 0
+        lname = m.name if m.local_name is None else m.local_name
+        out.write(struct.pack("<IHHHHHIIIHH", 0x04034B50, version, flags, m.method, DOS_TIME, DOS_DATE, lcrc, lpacked,
+                              lsize, len(lname), len(lextra)) + lname + lextra + packed)
+        if m.descriptor:
+            out.write(struct.pack("<IIII", 0x08074B50, crc, len(packed), len(m.data))[:m.cut_descriptor])
+        centrals.append(struct.pack("<IHHHHHHIIIHHHHHII", 0x02014B50, 20, version, flags, m.method, DOS_TIME, DOS_DATE,
+                                    crc, cpacked, csize, len(m.name), len(cextra), 0, 0, 0, m.attributes, coffset)
+                        + m.name + cextra)
+    start, count = out.tell(), len(members)
+    out.write(b"".join(centrals))
+    size = out.tell() - start
+    if zip64_end:
+        out.write(struct.pack("<IQHHIIQQQQ", 0x06064B50, 44, 45, 45, 0, 0, count, count, size, start))
+        out.write(struct.pack("<IIQI", 0x07064B50, 0, start + size, 1))
+        count, size, start = 0xFFFF, 0xFFFFFFFF, 0xFFFFFFFF
+    out.write(struct.pack("<IHHHHIIH", 0x06054B50, 0, 0, count, count, size, start, 0))
+    return out.getvalue()[:cut]
+
+
+def one(name, **kw):
+    return raw_zip([entry(name, **kw)])
+
+
+def info_zip(arguments):
+    """The archive out.zip that Info-ZIP zip writes, started by the shell with arguments (fed from a pipe, it writes
+    a data descriptor and Zip64 records)."""
+    with tempfile.TemporaryDirectory() as src:
+        os.makedirs(os.path.join(src, "sub", "dir"))
+        for name, data in [("mixed.bin", MIXED), ("small.txt", SMALL), ("sub/dir/nested.txt", SMALL)]:
+            pathlib.Path(src, name).write_bytes(data)
+            os.utime(os.path.join(src, name), (STAMP, STAMP))
+        subprocess.run("zip -q " + arguments, shell=True, cwd=src, check=True)
+        return pathlib.Path(src, "out.zip").read_bytes()
+
+
+def py_zip(name, data, method=zipfile.ZIP_DEFLATED, zip64=False, stream=False, repeat=1):
+    """An archive written by Python's zipfile (repeat times data); into a pipe it writes a data descriptor."""
+    target, info = io.BytesIO(), zipfile.ZipInfo(name, date_time=(2021, 3, 4, 5, 6, 8))
+    unseekable = type("Pipe", (io.RawIOBase,), {"writable": lambda _: True, "write": lambda _, b: target.write(b)})
+    info.compress_type = method
+    with zipfile.ZipFile(unseekable() if stream else target, "w") as z, z.open(info, "w", force_zip64=zip64) as f:
+        for _ in range(repeat):
+            f.write(data)
+    return target.getvalue()
+
+
+def cases(big):
+    """The table, or with big only a deflated member of 4 GiB + 300 MiB. A case names the file the unpacker must
+    write (only for exit code 0) and what the case's folder holds before: bytes or ReadOnly for a file, None for a
+    folder, a str for a symbolic link to that path, False for nothing (there the target folder is not made).
+    Failing archives find a read-only file under their member's name, payload.bin, that must survive."""
+    table = []
+
+    def add(label, archive, code, written=None, data=SMALL, stamp=LOCAL_STAMP, args=None, pre=None, name="a.zip",
+            digest=None):
+        pre = {"target/payload.bin": ReadOnly(OLD)} if pre is None and code != OK else pre or {}
+        table.append(Record(label=label, archive=archive, code=code, written=written, stamp=stamp, args=args, pre=pre,
+                            name=name, digest=digest or hashlib.sha256(data).hexdigest()))
+    if big:
+        block, digest = bytes(range(256)) * 4096, hashlib.sha256()  # 1 MiB that compresses well but not to nothing
+        for _ in range(4396):
+            digest.update(block)
+        add("big", py_zip("big.bin", block, zip64=True, repeat=4396), OK, "big.bin", digest=digest.hexdigest())
+        return table
+    add("iz_deflate", info_zip("out.zip mixed.bin"), OK, "mixed.bin", MIXED, STAMP)
+    add("iz_stored", info_zip("-0 out.zip small.txt"), OK, "small.txt", SMALL, STAMP)
+    add("iz_zip64", info_zip("-fz out.zip mixed.bin"), OK, "mixed.bin", MIXED, STAMP)
+    add("iz_nested", info_zip("out.zip sub/dir/nested.txt"), OK, "nested.txt", SMALL, STAMP)
+    add("iz_streamed", info_zip("- - <mixed.bin | cat >out.zip"), OK, "-", MIXED, None)
+    add("iz_two_files", info_zip("out.zip small.txt mixed.bin"), FORMAT)
+    add("iz_directory", info_zip("-r out.zip sub"), FORMAT)
+    add("py_deflate", py_zip("mixed.bin", MIXED), OK, "mixed.bin", MIXED)
+    add("py_stored", py_zip("small.txt", SMALL, zipfile.ZIP_STORED), OK, "small.txt")
+    add("py_zip64", py_zip("mixed64.bin", MIXED, zip64=True), OK, "mixed64.bin", MIXED)
+    add("py_empty", py_zip("empty.bin", b""), OK, "empty.bin", b"")
+    add("py_descriptor", py_zip("streamed.bin", MIXED, stream=True), OK, "streamed.bin", MIXED)
+    add("raw_zip64", raw_zip([entry(b"big64.bin", MIXED, zip64=True)], zip64_end=True), OK, "big64.bin", MIXED)
+    add("raw_descriptor", one(b"desc.bin", data=MIXED, descriptor=True), OK, "desc.bin", MIXED)
+    # Names that try to leave the target folder: only the base name is written.
+    for i, name in enumerate([b"../../", b"..\\..\\", b"C:/", b"C:", b"/tmp/", b"\\\\server\\share\\"]):
+        add(f"escape{i}", one(name + b"escape%d.txt" % i), OK, f"escape{i}.txt")
+    # Names that Windows reads as a device, a stream or, stripped, as another name; and two that it does not.
+    for name in [b"NUL.txt", b"com1.tar.gz", b"COM\xb9", b"lpt\xb2.txt", b"Com\xb3.log", b"CONIN$", b"aux", b"LPT9",
+                 b"CON .log", b"nul ", b"dir/file.", b"file ", b"file. .", b"sub/..", b"file.txt:hidden", b"a|b", b""]:
+        add("name_" + re.sub(r"[^0-9A-Za-z]", "_", name.decode("latin-1")), one(name), FORMAT)
+    add("name_utf8_superscript", one("COM\u00b9".encode(), flags=0x800), FORMAT)
+    add("name_near_device", one(b"COM10.txt"), OK, "COM10.txt")
+    add("name_near_device2", one(b"NULL.txt"), OK, "NULL.txt")
+    damaged = bytearray(zlib.compress(MIXED, 6, -15))
+    packed = len(damaged)
+    damaged[1000:1400] = bytes(b ^ 0x5A for b in damaged[1000:1400])
+    add("two_files", raw_zip([entry(b"payload.bin"), entry(b"two.txt")]), FORMAT)
+    add("directory_attribute", one(b"payload.bin", data=b"", method=0, attributes=0x10), FORMAT)
+    add("crc_changed", one(b"payload.bin", data=MIXED, crc=zlib.crc32(MIXED) ^ 1), DATA)
+    add("crc_changed_stored", one(b"payload.bin", method=0, crc=zlib.crc32(SMALL) ^ 4), DATA)
+    add("deflate_damaged", one(b"payload.bin", data=MIXED, packed=bytes(damaged)), DATA)
+    add("truncated", raw_zip([entry(b"payload.bin", MIXED)], cut=300_000), FORMAT)
+    add("truncated_end", one(b"payload.bin", method=0)[:-5], FORMAT)
+    add("method_bzip2", one(b"payload.bin", method=12, packed=SMALL), UNSUPPORTED)
+    add("encrypted", one(b"payload.bin", flags=1), UNSUPPORTED)
+    add("central_packed_too_big", one(b"payload.bin", data=MIXED, central=(10_000_000, len(MIXED))), FORMAT)
+    # Both headers agree with each other but not with the data: the decoder must notice.
+    add("sizes_lie_both", one(b"payload.bin", data=MIXED, central=(packed, 1000), local=(packed, 1000)), DATA)
+    add("sizes_local_differs", one(b"payload.bin", data=MIXED, local=(packed, len(MIXED) + 1)), FORMAT)
+    add("name_local_differs", one(b"payload.bin", local_name=b"other.bin"), FORMAT)
+    add("stored_sizes_differ", one(b"payload.bin", method=0, central=(150, 149), local=(150, 149)), FORMAT)
+    add("descriptor_cut", one(b"payload.bin", descriptor=True, cut_descriptor=6), FORMAT)
+    add("not_a_zip", random.Random(7).randbytes(5000), FORMAT)
+    add("zero_bytes", b"", FORMAT)
+    # Command lines, the target folder, an existing target.
+    plain = one(b"plain.txt", method=0)
+    add("replace_read_only", plain, OK, "plain.txt", pre={"target/plain.txt": ReadOnly(OLD)})
+    add("keep_without_n", plain, KEPT, args='"{archive}" "{folder}" -q', pre={"target/plain.txt": OLD})
+    add("fresh_without_n", plain, OK, "plain.txt", args='"{archive}" "{folder}" -q')
+    add("folder_without_backslash", plain, OK, "plain.txt", args='"{archive}" "{bare}"  -n -q')
+    add("options_anywhere", plain, OK, "plain.txt", args='-Q "{archive}"\t/N "{folder}"')
+    add("dot_suffix", plain, OK, "plain.txt", args='"{archive}." "{folder}"  -n -q', name="_000010_")
+    add("spaced paths", plain, OK, "plain.txt", name="my member.zip")
+    for label, args in [("missing_folder", '"{archive}" -q'), ("unknown_option", '"{archive}" "{folder}" -x -q'),
+                        ("three_paths", '"{archive}" "{folder}" "{folder}" -q'), ("empty_folder", '"{archive}" "" -q')]:
+        add(label, plain, COMMAND_LINE, args=args)
+    add("archive_missing", plain, OPEN, args='"{folder}nothing.zip" "{folder}"  -n -q')
+    add("archive_is_folder", plain, OPEN, args='"{folder}" "{folder}"  -n -q')
+    add("target_folder_missing", plain, WRITE, pre={"target": False})
+    add("target_is_folder", plain, WRITE, pre={"target/plain.txt/inner": None})
+    # Links that someone planted: never followed or written through; a link at the target name is replaced.
+    add("link_at_target", plain, OK, "plain.txt", pre={"target/plain.txt": "../outside", "outside": ReadOnly(OLD)})
+    add("dangling_link_at_target", plain, OK, "plain.txt", pre={"target/plain.txt": "../made_through_link"})
+    add("planted_temporary_names", plain, OK, "plain.txt", pre={
+        "outside": OLD, "target/hzu.tmp": "../outside", "target/plain.txt.tmp": "../made_through_link",
+        "target/hzu0000.tmp": "../made_through_link", "target/hzu1.tmp": OLD, "target/~plain.txt": OLD})
+    return table
 
 
 def win(path):
-    return "Z:" + os.path.abspath(path).replace("/", "\\")
+    return "T:\\" + os.path.relpath(os.path.realpath(path), ROOT).replace("/", "\\")
+
+
+def state(path):
+    if os.path.islink(path):
+        return "link", os.readlink(path)
+    if os.path.isdir(path):
+        return "dir"
+    with open(path, "rb") as f:
+        return hashlib.file_digest(f, "sha256").hexdigest(), not os.stat(path).st_mode & stat.S_IWUSR
 
 
 def snapshot(root):
-    """Every file and folder below root: relative path -> (content digest or 'dir', read-only flag)."""
-    tree = {}
-    for folder, dirs, files in os.walk(root):
-        for d in dirs:
-            tree[os.path.relpath(os.path.join(folder, d), root)] = ("dir", False)
-        for f in files:
-            path = os.path.join(folder, f)
-            with open(path, "rb") as h:
-                digest = hashlib.sha256(h.read()).hexdigest()
-            tree[os.path.relpath(path, root)] = (digest, not os.stat(path).st_mode & stat.S_IWUSR)
-    return tree
+    """Every entry below root: relative path -> "dir", ("link", its target) or (content digest, read-only)."""
+    return {os.path.relpath(os.path.join(d, n), root): state(os.path.join(d, n))
+            for d, dirs, files in os.walk(root) for n in dirs + files}
 
 
-class Case:
-    def __init__(self, label, code, args=None, archive=None, written=None, data=None, stamp=None):
-        self.label, self.code, self.archive = label, code, archive
-        self.written, self.data, self.stamp = written, data, stamp
-        self.args = args  # command line after the program name; None gives the installer's own form
-        self.line = None
+def plant(path, what):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    if what is None:
+        os.makedirs(path)
+    elif isinstance(what, str):
+        os.symlink(what, path)
+    elif what is not False:
+        pathlib.Path(path).write_bytes(what)
+        os.chmod(path, 0o444 if isinstance(what, ReadOnly) else 0o644)
 
 
-def build_cases(work, archives_dir, archives):
-    """Case folders and command lines. Returns the list of cases."""
-    cases = []
-    by_ident = {a.ident: a for a in archives}
-
-    def folder_of(case):
-        return os.path.join(work, "cases", case.label, "target") + os.sep
-
-    def add(case, existing=None, read_only=False, make_target=True):
-        base = os.path.join(work, "cases", case.label)
-        os.makedirs(base)
-        with open(os.path.join(base, "beside.txt"), "wb") as f:
-            f.write(b"must stay as it is\r\n")
-        if make_target:
-            os.makedirs(folder_of(case))
-        if existing:
-            path = os.path.join(folder_of(case), existing)
-            with open(path, "wb") as f:
-                f.write(OLD_CONTENT)
-            if read_only:
-                os.chmod(path, 0o444)
-        cases.append(case)
-        return case
-
-    # Every archive, with the installer's exact command line (empty options: two blanks before -n). A failing
-    # one finds a file in the target folder under the name its member would have, which must survive; half of
-    # those are read-only, the way the installer's own files may be.
-    for i, a in enumerate(archives):
-        case = Case(a.ident, a.code, archive=os.path.join(archives_dir, a.ident), written=a.name, data=a.data,
-                    stamp=a.stamp)
-        add(case, existing=None if a.code == ma.OK else "payload.bin", read_only=(i % 2 == 0))
-
-    small = by_ident["py_stored.zip"]
-    small_path = os.path.join(archives_dir, small.ident)
-
-    def small_case(label, code, **kw):
-        return Case(label, code, archive=small_path, written=small.name if code == ma.OK else None,
-                    data=small.data, **kw)
-
-    # Replacing: an existing read-only file is replaced with -n; without -n a quiet run keeps it.
-    add(small_case("replace_read_only", ma.OK), existing=small.name, read_only=True)
-    add(small_case("keep_without_n", ma.KEPT, args='"{archive}" "{folder}" -q'), existing=small.name)
-    add(small_case("fresh_without_n", ma.OK, args='"{archive}" "{folder}" -q'))
-
-    # Command-line forms.
-    add(small_case("folder_without_backslash", ma.OK, args='"{archive}" "{folder_bare}"  -n -q'))
-    add(small_case("options_anywhere", ma.OK, args='-Q "{archive}"\t/N "{folder}"'))
-    add(small_case("missing_folder", ma.COMMAND_LINE, args='"{archive}"  -n -q'))
-    add(small_case("unknown_option", ma.COMMAND_LINE, args='"{archive}" "{folder}" -x -n -q'))
-    add(small_case("three_paths", ma.COMMAND_LINE, args='"{archive}" "{folder}" "{folder}" -n -q'))
-    add(small_case("empty_folder", ma.COMMAND_LINE, args='"{archive}" "" -n -q'))
-    add(small_case("archive_missing", ma.OPEN, args='"{folder}nothing.zip" "{folder}"  -n -q'))
-    add(small_case("archive_is_folder", ma.OPEN, args='"{folder}" "{folder}"  -n -q'))
-    add(small_case("target_folder_missing", ma.WRITE), make_target=False)
-    case = add(small_case("target_is_folder", ma.WRITE))
-    os.makedirs(os.path.join(folder_of(case), small.name, "inner"))
-
-    # A member name without extension, passed with the "." that the installer appends.
-    member = os.path.join(work, "cases", "dot_suffix_member")
-    case = add(Case("dot_suffix", ma.OK, args='"{member}." "{folder}"  -n -q', written=small.name, data=small.data))
-    os.makedirs(member)
-    shutil.copy(small_path, os.path.join(member, "_000010_"))
-    case.member = os.path.join(member, "_000010_")
-
-    # Blanks in both paths.
-    spaced = os.path.join(work, "cases", "spaced archive")
-    os.makedirs(spaced)
-    shutil.copy(small_path, os.path.join(spaced, "my member.zip"))
-    case = add(Case("spaced paths", ma.OK, args='"{member}" "{folder}"  -n -q', written=small.name, data=small.data))
-    case.member = os.path.join(spaced, "my member.zip")
-
-    for case in cases:
-        folder = win(folder_of(case))
-        fields = {"archive": win(case.archive) if case.archive else "", "folder": folder,
-                  "folder_bare": folder.rstrip("\\"), "member": win(getattr(case, "member", "") or "/")}
-        args = case.args or '"{archive}" "{folder}"  -n -q'
-        case.line = '"{exe}" ' + args.format(**fields)
-        case.folder = folder_of(case)
-    return cases
-
-
-def run_launcher(opts, work, lines, repeat=1):
-    listing = os.path.join(work, "commands.txt")
-    with open(listing, "w", newline="\r\n") as f:
-        f.write("\n".join(lines) + "\n")
-    launcher = os.path.join(opts.bin, "hzlaunch.exe")
-    result = subprocess.run([opts.wine_run, launcher, win(listing), str(repeat)], cwd=work,
-                            stdout=subprocess.PIPE, timeout=600)
-    out = result.stdout.decode("ascii", "replace").split()
-    return [int(code) for code in out[0::3]], [float(ms) for ms in out[1::3]]
-
-
-def check(cases, codes, before, after, work):
-    failures = []
-    escape_names = set()
-    for case, code in zip(cases, codes):
-        problems = []
-        if code != case.code:
-            problems.append(f"exit code {code}, expected {case.code}")
-        prefix = os.path.join("cases", case.label) + os.sep
-        old = {k: v for k, v in before.items() if k.startswith(prefix)}
-        new = {k: v for k, v in after.items() if k.startswith(prefix)}
-        expected = dict(old)
-        if case.code == ma.OK:
-            rel = os.path.relpath(os.path.join(case.folder, case.written), work)
-            expected[rel] = (hashlib.sha256(case.data).hexdigest(), False)
-            if case.written.startswith("escape") or case.written.startswith("hounzip_escape"):
-                escape_names.add(case.written)
-            if case.stamp is not None and os.path.exists(os.path.join(work, rel)):
-                mtime = os.stat(os.path.join(work, rel)).st_mtime
-                if abs(mtime - case.stamp) > 2:
-                    problems.append(f"modification time {time.ctime(mtime)}, expected {time.ctime(case.stamp)}")
-        for rel in sorted(set(expected) | set(new)):
-            if expected.get(rel) != new.get(rel):
-                what = "missing" if rel not in new else ("unexpected" if rel not in expected else "different")
-                problems.append(f"{what}: {rel}")
-        if problems:
-            failures.append(f"{case.label}: " + "; ".join(problems))
-        print(f"{'FAIL' if problems else 'ok  '} {case.label:34} exit {code}")
-    # Outside the case folders (archives, the work folder itself) nothing may change at all.
-    in_case = tuple(os.path.join("cases", c.label) + os.sep for c in cases)
-    for rel in sorted(set(before) | set(after)):
-        if not rel.startswith(in_case) and before.get(rel) != after.get(rel):
-            failures.append(f"changed outside every target folder: {rel}")
-    # Names that tried to leave their target folder exist only inside it, and nowhere the name pointed.
-    prefix = os.environ.get("WINEPREFIX", "")
-    for name in sorted(escape_names):
-        places = [k for k in after if os.path.basename(k) == name]
-        if len(places) != 1:
-            failures.append(f"{name} found at {places}")
-        for outside in [os.path.join(prefix, "drive_c", name), os.path.join("/tmp", name), os.path.join("/", name),
-                        os.path.join(work, name), os.path.join(work, "cases", name)]:
-            if os.path.exists(outside):
-                failures.append(f"written outside the target folder: {outside}")
-    return failures
-
-
-def clear_escapes(work):
-    prefix = os.environ.get("WINEPREFIX", "")
-    for name in ["escape%d.txt" % i for i in range(1, 7)] + ["hounzip_escape5.txt"]:
-        for place in [os.path.join(prefix, "drive_c", name), os.path.join("/tmp", name), os.path.join("/", name)]:
-            if os.path.exists(place):
-                os.remove(place)
-
-
-def main_tests(opts):
-    work = os.path.abspath(opts.work)
-    if os.path.exists(work):
-        for folder, dirs, files in os.walk(work):  # read-only files from an earlier run
-            for f in files:
-                os.chmod(os.path.join(folder, f), 0o644)
-        shutil.rmtree(work)
-    os.makedirs(work)
-    clear_escapes(work)
-    archives_dir = os.path.join(work, "archives")
-    archives = ma.make_archives(archives_dir)
-    cases = build_cases(work, archives_dir, archives)
-    exe = win(os.path.join(opts.bin, "hounzip.exe"))
-    lines = [c.line.replace("{exe}", exe) for c in cases]
-    before = snapshot(work)
-    codes, _ = run_launcher(opts, work, lines)
-    if len(codes) != len(cases):
-        print(f"launcher reported {len(codes)} results for {len(cases)} cases")
-        return 1
-    os.remove(os.path.join(work, "commands.txt"))
-    failures = check(cases, codes, before, snapshot(work), work)
-    print(f"\n{len(cases) - len(failures)} of {len(cases)} cases passed")
-    for f in failures:
-        print("  " + f)
-    return 1 if failures else 0
-
-
-def big_test(opts):
-    if os.environ.get("HOUNZIP_BIG_TEST") != "1":
+def main(opts):
+    if opts.big and os.environ.get("HOUNZIP_BIG_TEST") != "1":
         print("skipped: set HOUNZIP_BIG_TEST=1 to unpack a member of more than 4 GiB (needs about 4.5 GiB of disk)")
         return 77
-    work = os.path.abspath(opts.work) + "-big"
+    work = os.path.abspath(opts.work) + ("-big" if opts.big else "")
     shutil.rmtree(work, ignore_errors=True)
-    os.makedirs(os.path.join(work, "target"))
-    size = (4 << 30) + (300 << 20)
-    started = time.time()
-    archive, crc = ma.make_big_archive(work, size)
-    print(f"archive of {os.path.getsize(archive)} bytes made in {time.time() - started:.0f} s")
-    started = time.time()
-    line = f'"{win(os.path.join(opts.bin, "hounzip.exe"))}" "{win(archive)}" "{win(os.path.join(work, "target"))}\\"  -n -q'
-    codes, ms = run_launcher(opts, work, [line])
-    print(f"exit code {codes}, unpacked in {time.time() - started:.0f} s")
-    out = os.path.join(work, "target", "big.bin")
-    ok = codes == [0] and os.path.exists(out) and os.path.getsize(out) == size
-    if ok:
-        got = 0
-        with open(out, "rb") as f:
-            while piece := f.read(1 << 22):
-                got = zlib.crc32(piece, got)
-        ok = got == crc
-        print(f"size {os.path.getsize(out)}, CRC-32 {got:08x} (expected {crc:08x})")
-    leftovers = sorted(os.listdir(os.path.join(work, "target")))
-    ok = ok and leftovers == ["big.bin"]
-    shutil.rmtree(work, ignore_errors=True)
-    print("PASS" if ok else f"FAIL (target folder held {leftovers})")
-    return 0 if ok else 1
+    exe, table, lines = win(os.path.join(opts.bin, "hounzip.exe")), cases(opts.big), []
+    for case in table:
+        base = os.path.join(work, "cases", case.label)
+        os.makedirs(os.path.join(base, "target") if "target" not in case.pre else base)
+        for rel, what in list(case.pre.items()) + [(case.name, case.archive)]:
+            plant(os.path.join(base, rel), what)
+        folder = win(os.path.join(base, "target"))
+        fields = {"archive": win(os.path.join(base, case.name)), "folder": folder + "\\", "bare": folder}
+        lines.append(f'"{exe}" ' + (case.args or '"{archive}" "{folder}"  -n -q').format(**fields))
+    # Where the hostile names pointed, outside the work tree.
+    prefix = os.environ.get("WINEPREFIX", os.path.join(ROOT, "build", "wineprefix"))
+    places = [os.path.join(o, f"escape{i}.txt") for o in (ROOT, ROOT + "/tmp", prefix + "/drive_c") for i in range(6)]
+    places = [p for p in places if not os.path.lexists(p)]  # those from an earlier run are not this run's fault
+    listing, before = os.path.join(work, "commands.txt"), snapshot(work)
+    with open(listing, "w", newline="\r\n") as f:
+        f.write("\n".join(lines) + "\n")
+    command = [os.path.realpath(p) for p in (opts.wine_run, os.path.join(opts.bin, "hzlaunch.exe"), listing)]
+    out = subprocess.run(command, cwd=work, stdout=subprocess.PIPE, timeout=1700).stdout.decode("ascii", "replace")
+    os.remove(listing)
+    codes, after = [int(code) for code in out.split()[0::3]], snapshot(work)
+    failures = [] if len(codes) == len(table) else [f"the launcher reported {len(codes)} of {len(table)} results"]
+    for case, code in zip(table, codes):
+        own = os.path.join("cases", case.label) + os.sep
+        expected = {k: v for k, v in before.items() if k.startswith(own)}
+        got = {k: v for k, v in after.items() if k.startswith(own)}
+        problems = [] if code == case.code else [f"exit code {code}, expected {case.code}"]
+        if case.written is not None:
+            written = os.path.join(own, "target", case.written)
+            expected[written] = (case.digest, False)
+            mtime = os.lstat(os.path.join(work, written)).st_mtime if written in got else case.stamp
+            if case.stamp is not None and abs(mtime - case.stamp) > 2:
+                problems.append(f"modification time {time.ctime(mtime)}, expected {time.ctime(case.stamp)}")
+        problems += [("missing " if k not in got else "unexpected " if k not in expected else "changed ") + k
+                     for k in sorted(expected.keys() | got.keys()) if expected.get(k) != got.get(k)]
+        print(f"{'FAIL' if problems else 'ok  '} {case.label:26} exit {code}  " + "; ".join(problems))
+        failures += [case.label] if problems else []
+    failures += ["changed outside every case folder: " + k for k in sorted(before.keys() | after.keys())
+                 if k.count(os.sep) < 2 and before.get(k) != after.get(k)]
+    failures += ["written outside the work tree: " + p for p in places if os.path.lexists(p)]
+    print(f"\n{len(table) - len(failures)} passed, {len(failures)} failed\n" + "\n".join(failures))
+    if opts.big:
+        shutil.rmtree(work, ignore_errors=True)
+    return 1 if failures else 0
 
 
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
-    parser.add_argument("--bin", required=True, help="folder with hounzip.exe and hzlaunch.exe")
-    parser.add_argument("--wine-run", required=True)
-    parser.add_argument("--work", required=True)
+    for option in ("--bin", "--wine-run", "--work"):  # test programs' folder, scripts/wine-run, work folder
+        parser.add_argument(option, required=True)
     parser.add_argument("--big", action="store_true")
-    opts = parser.parse_args()
-    sys.exit(big_test(opts) if opts.big else main_tests(opts))
+    sys.exit(main(parser.parse_args()))

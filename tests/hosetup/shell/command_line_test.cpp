@@ -1,89 +1,55 @@
-// The command line as users and the uninstall entry type it.
+// The command line as users and the uninstall entry type it: tokens, then the four options.
 #include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
 
 #include "shell/shell.h"
 
-namespace {
-
-std::string token(const char* commandLine, int index, std::size_t size = kCommandTokenCapacity)
+TEST(CommandLine, Tokens)
 {
-    char buffer[kCommandTokenCapacity];
-    getCommandLineToken(commandLine, index, buffer, size);
-    return buffer;
+    const struct {
+        const char* line; int index; const char* token; std::size_t size = kCommandTokenCapacity;
+    } rows[] = {
+        {"-S  \t -U", 1, "-U"}, // a run of blanks and tabs is one separator
+        {"-S  \t -U", 2, ""},
+        {"\"-AC:\\My Folder\" -X", 0, "-AC:\\My Folder"},
+        {"\"-AC:\\My Folder\" -X", 1, "-X"},
+        {" -S", 1, "-S"}, // a leading blank makes token 0 empty
+        {"abcdefghij", 0, "abcdef", 8}, // at most size - 2 characters
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.line) + " #" + std::to_string(row.index));
+        char buffer[kCommandTokenCapacity];
+        EXPECT_EQ(row.token[0] != '\0', getCommandLineToken(row.line, row.index, buffer, row.size));
+        EXPECT_STREQ(row.token, buffer);
+    }
 }
 
-struct Options {
-    bool source, silent, perUser, remove;
-    std::string sourceFolder;
-};
-
-Options scan(const char* commandLine)
+TEST(CommandLine, Options)
 {
-    clearSetupState();
-    strcpy(g_setup.sourceFolder, "C:\\dist");
-    scanCommandLine(commandLine);
-    return {g_setup.optionSourceFolder != 0, g_setup.optionSilent != 0, g_setup.optionPerUser != 0,
-            g_setup.optionRemove != 0, g_setup.sourceFolder};
+    const std::string longFolder(300, 'f');
+    // The letters of the options seen, and the source folder afterwards.
+    const struct { std::string line; const char* options; std::string sourceFolder; } rows[] = {
+        {"/s", "S", "C:\\dist\\"},
+        {"-Silent", "S", "C:\\dist\\"},
+        {"/u -Xtra", "UX", "C:\\dist\\"},
+        {"--S S - x-S", "", "C:\\dist\\"}, // the letter must follow a single '-' or '/'
+        {"-A", "A", "C:\\dist\\"},         // the program's folder stays, with its backslash
+        {"-AC:\\My Folder", "A", "C:\\My\\"}, // without quotes the blank ends the token
+        {"/x -u \"-AD:\\Vistrel Media\\Disk 1\" -S", "ASUX", "D:\\Vistrel Media\\Disk 1\\"},
+        {"-A" + longFolder, "A", longFolder.substr(0, 259)}, // full: no room for the backslash
+        {" -S -X", "", "C:\\dist\\"},    // a pass ends at the first empty token
+        {"-U \"\" -S", "U", "C:\\dist\\"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        clearSetupState();
+        strcpy(g_setup.sourceFolder, "C:\\dist");
+        scanCommandLine(row.line.c_str());
+        const std::string seen = std::string(g_setup.optionSourceFolder ? "A" : "") + (g_setup.optionSilent ? "S" : "") +
+            (g_setup.optionPerUser ? "U" : "") + (g_setup.optionRemove ? "X" : "");
+        EXPECT_EQ(row.options, seen);
+        EXPECT_EQ(row.sourceFolder, g_setup.sourceFolder);
+    }
 }
-
-TEST(CommandLineTokens, SeparatorsQuotesAndEmptyTokens)
-{
-    EXPECT_EQ(token("-S  \t -U", 0), "-S");
-    EXPECT_EQ(token("-S  \t -U", 1), "-U");     // a run of blanks and tabs is one separator
-    EXPECT_EQ(token("-S  \t -U", 2), "");
-    EXPECT_EQ(token("\"-AC:\\My Folder\" -X", 0), "-AC:\\My Folder");
-    EXPECT_EQ(token("\"-AC:\\My Folder\" -X", 1), "-X");
-    EXPECT_EQ(token(" -S", 0), "");             // a leading blank makes token 0 empty
-    EXPECT_EQ(token(" -S", 1), "-S");
-    EXPECT_EQ(token("", 0), "");
-
-    char buffer[8];
-    EXPECT_TRUE(getCommandLineToken("abcdefghij", 0, buffer, sizeof buffer));
-    EXPECT_STREQ(buffer, "abcdef");             // at most bufferSize - 2 characters
-    EXPECT_FALSE(getCommandLineToken("-S", 3, buffer, sizeof buffer));
-}
-
-TEST(CommandLineOptions, LettersInEitherCaseAfterDashOrSlash)
-{
-    for (const char* line : {"/s", "-s", "-S", "-Silent", "/SILENT"})
-        EXPECT_TRUE(scan(line).silent) << line;
-    for (const char* line : {"--S", "S", "-", "x-S"})
-        EXPECT_FALSE(scan(line).silent) << line;
-    EXPECT_TRUE(scan("/u").perUser);
-    EXPECT_TRUE(scan("-Xtra").remove);
-}
-
-TEST(CommandLineOptions, AllFourCombineInAnyOrder)
-{
-    const Options all = scan("/x -u \"-AD:\\Vistrel Media\\Disk 1\" -S");
-    EXPECT_TRUE(all.source && all.silent && all.perUser && all.remove);
-    EXPECT_EQ(all.sourceFolder, "D:\\Vistrel Media\\Disk 1\\");
-}
-
-TEST(CommandLineOptions, SourceFolderOption)
-{
-    Options bare = scan("-A");
-    EXPECT_TRUE(bare.source);
-    EXPECT_EQ(bare.sourceFolder, "C:\\dist\\");  // the program's folder stays, with its backslash
-
-    Options unquoted = scan("-AC:\\My Folder");
-    EXPECT_EQ(unquoted.sourceFolder, "C:\\My\\"); // without quotes the blank ends the token
-
-    Options none = scan("-S");
-    EXPECT_FALSE(none.source);
-    EXPECT_EQ(none.sourceFolder, "C:\\dist\\");
-
-    std::string longFolder = "-A" + std::string(300, 'f');
-    Options cut = scan(longFolder.c_str());
-    EXPECT_EQ(cut.sourceFolder, std::string(259, 'f'));  // full: no room left for the backslash
-}
-
-TEST(CommandLineOptions, NothingIsSeenAfterAnEmptyToken)
-{
-    const Options options = scan(" -S -X");
-    EXPECT_FALSE(options.silent);
-    EXPECT_FALSE(options.remove);
-    EXPECT_FALSE(scan("-U \"\" -S").silent);     // a quoted empty token ends the pass too
-}
-
-} // namespace

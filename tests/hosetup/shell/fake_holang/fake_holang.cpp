@@ -1,8 +1,9 @@
-// A language module with a fault, for the tests of the binding. Built in three variants:
-// FAKE_NO_EXIT (no HOI_LanguageExit), FAKE_NO_INIT (no HOI_LanguageInit), FAKE_INIT_FAILS (init
-// answers false). Its init leaves a marker file beside the module, so a test can tell whether
-// the program called it.
+// A language module with a fault, in three variants: FAKE_NO_EXIT (no HOI_LanguageExit),
+// FAKE_NO_INIT (no HOI_LanguageInit), FAKE_INIT_FAILS (init answers false). Its init leaves a
+// marker file beside the module, so a test can tell whether the program called it.
 #include <windows.h>
+
+#include <cstring>
 
 // extern gives the constant tables the external linkage an export needs.
 extern "C" {
@@ -18,30 +19,18 @@ __declspec(dllexport) extern const char* const eMonthNames[] = {""};
 __declspec(dllexport) extern const char eApplicationName[] = "Fake Setup";
 }
 
-namespace {
-HINSTANCE self;
-}
-
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID)
-{
-    if (reason == DLL_PROCESS_ATTACH)
-        self = instance;
-    return TRUE;
-}
-
 #ifndef FAKE_NO_INIT
 extern "C" __declspec(dllexport) BOOL HOI_LanguageInit(HINSTANCE, HWND, unsigned long, void*)
 {
     char marker[MAX_PATH] = {};
+    HMODULE self = nullptr;
+    GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<LPCSTR>(&eUniTexts), &self);
     GetModuleFileNameA(self, marker, MAX_PATH - 16);
-    char* slash = strrchr(marker, '\\');
-    if (slash)
-        strcpy(slash + 1, "init-called");
-    HANDLE file = CreateFileA(marker, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    if (file != INVALID_HANDLE_VALUE)
-        CloseHandle(file);
+    lstrcpyA(strrchr(marker, '\\') + 1, "init-called");
+    CloseHandle(CreateFileA(marker, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
 #ifdef FAKE_INIT_FAILS
-    return 0x100;   // only the low byte counts: this is false
+    return 0x100; // only the low byte counts: this is false
 #else
     return TRUE;
 #endif
@@ -49,8 +38,5 @@ extern "C" __declspec(dllexport) BOOL HOI_LanguageInit(HINSTANCE, HWND, unsigned
 #endif
 
 #ifndef FAKE_NO_EXIT
-extern "C" __declspec(dllexport) BOOL HOI_LanguageExit(void)
-{
-    return TRUE;
-}
+extern "C" __declspec(dllexport) BOOL HOI_LanguageExit(void) { return TRUE; }
 #endif
