@@ -1,79 +1,66 @@
-// The setup log: where it starts, what its first lines say, and how an update carries it over.
-#include <regex>
-
+// The copy step's error path, the folder lines of the setup log, and how an update carries an
+// earlier log over.
 #include "install_fixture.h"
-#include "install/install.h"
+
+#include "ui/ui.h"
 
 namespace {
 
 using SetupLog = InstallFixture;
 
-const std::regex kStamp("\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d");
-
-bool bannerMatches(const std::string& line, const std::string& before)
+TEST_F(SetupLog, AFailingUnpackerEndsASilentRunAfterThreeAttemptsWithNothingLogged)
 {
-    return std::regex_match(line, std::regex("\\*\\*\\*\\*\\* " + before +
-                                             ", \\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d \\*\\*\\*\\*\\*"));
+    setRecords({{10, "broken.dll"}});
+    writeFile(std::string(g_setup.sourceFolder) + "_000000_", "this is no zip archive");
+    ASSERT_TRUE(ShowProgressStage(true, 1, 0, 0));
+    const DWORD start = GetTickCount();
+    EXPECT_FALSE(CopyFiles());
+    EXPECT_GE(GetTickCount() - start, 2000u);   // two retries, one second apart
+    const std::string target = std::string(g_setup.installFolder) + "broken.dll";
+    EXPECT_FALSE(PathExists(target.c_str()));
+    CloseLog();
+    EXPECT_EQ(readFile(logPath()).find(target), std::string::npos);
 }
 
-TEST_F(SetupLog, FirstInstallationCreatesTheFolderAndLogsItWithItsParent)
+TEST_F(SetupLog, MakeFolderChainLogsExactlyTheLevelsItMade)
 {
-    ASSERT_TRUE(OpenLog());
-    ASSERT_NE(g_setup.logFile, nullptr);
-    EXPECT_TRUE(OpenLog());          // a second call writes nothing
-    const std::vector<std::string> lines = logLines();
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_TRUE(bannerMatches(lines[0], "Vistrel standard installation: STARTING, creating initial directory and "
-                                        "preparing log file")) << lines[0];
-    EXPECT_EQ(lines[1], "#" + root_ + "Common\\");
-    EXPECT_EQ(lines[2], "#" + root_ + "Common\\Vistrel\\");
+    ASSERT_TRUE(OpenForAppending(&g_setup.logFile, (root_ + "chain.log").c_str()));
+    CreateDirectoryA((root_ + "a").c_str(), nullptr);
+    EXPECT_TRUE(MakeFolderChain((root_ + "a\\b\\c").c_str(), true));
+    EXPECT_TRUE(PathExists((root_ + "a\\b\\c\\").c_str()));
+    CloseFile(g_setup.logFile);
+    g_setup.logFile = nullptr;
+    EXPECT_EQ(readFile(root_ + "chain.log"), "#" + root_ + "a\\b\\\r\n#" + root_ + "a\\b\\c\\\r\n");
 }
 
-TEST_F(SetupLog, ExistingFolderGetsTheShortBannerAndKeepsOldLines)
+TEST_F(SetupLog, AnUpdateCarriesTheEarlierLogOverOnlyFromTheInstallationFolder)
 {
-    CreateFolderChain(g_setup.commonDataFolder, nullptr);
-    writeFile(logPath(), "old line without end");
-    g_setup.updateInstall = 1;
-    ASSERT_TRUE(OpenLog());
-    const std::vector<std::string> lines = logLines();
-    ASSERT_EQ(lines.size(), 1u);
-    // Nothing is inserted to end the earlier unterminated line.
-    EXPECT_EQ(lines[0].substr(0, 20), "old line without end");
-    EXPECT_TRUE(bannerMatches(lines[0].substr(20), "Vistrel update installation: STARTING, preparing log file"));
-    EXPECT_TRUE(g_setup.logCarriedOver);
-}
-
-TEST_F(SetupLog, UpdateCarriesTheLogOverFromTheInstallationFolder)
-{
-    CreateFolderChain(g_setup.installFolder, nullptr);
-    CreateFolderChain(g_setup.commonDataFolder, nullptr);
+    // commonLog: the log already in the common data folder; before: the log's text ahead of the banner.
+    const struct { const char* state; bool update, recordedInProductKey; const char *commonLog, *before; } rows[] = {
+        {"update, log only in the installation folder", true, false, nullptr, "C:\\earlier\\file.txt\r\n"},
+        {"update, log in common data: kept, nothing inserted", true, false, "old line", "old line"},
+        {"standard installation", false, false, nullptr, ""},
+        {"update recorded in the product key", true, true, nullptr, ""},
+    };
     const std::string earlier = std::string(g_setup.installFolder) + "hosetup.log";
     writeFile(earlier, "C:\\earlier\\file.txt\r\n");
-    g_setup.updateInstall = 1;
-    ASSERT_TRUE(OpenLog());
-    const std::vector<std::string> lines = logLines();
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0], "C:\\earlier\\file.txt");
-    EXPECT_TRUE(bannerMatches(lines[1], "Vistrel update installation: STARTING, preparing log file"));
-    EXPECT_EQ(readFile(earlier), "C:\\earlier\\file.txt\r\n");   // the old copy stays
-}
-
-TEST_F(SetupLog, StandardInstallationNeverCarriesOver)
-{
-    CreateFolderChain(g_setup.installFolder, nullptr);
-    CreateFolderChain(g_setup.commonDataFolder, nullptr);
-    writeFile(std::string(g_setup.installFolder) + "hosetup.log", "C:\\earlier\\file.txt\r\n");
-    ASSERT_TRUE(OpenLog());
-    const std::vector<std::string> lines = logLines();
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_TRUE(bannerMatches(lines[0], "Vistrel standard installation: STARTING, preparing log file"));
-}
-
-TEST_F(SetupLog, WritersAreQuietWithoutALog)
-{
-    LogText("nothing");
-    LogBanner("***** %s %s *****");
-    EXPECT_FALSE(PathExists(logPath().c_str()));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.state);
+        DeleteFileA(logPath().c_str());
+        if (row.commonLog)
+            writeFile(logPath(), row.commonLog);
+        g_setup.updateInstall = row.update;
+        g_setup.logCarriedOver = row.recordedInProductKey;
+        ASSERT_TRUE(OpenLog());
+        CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+        // What was there, then the banner with a 19-character time stamp, and nothing else.
+        const std::string text = readFile(logPath()), start = row.before + std::string("***** Vistrel ") +
+                                 (row.update ? "update" : "standard") + " installation: STARTING, preparing log file, ";
+        EXPECT_EQ(text.substr(0, start.size()), start);
+        EXPECT_EQ(text.size(), start.size() + 27) << text;
+        EXPECT_EQ(readFile(earlier), "C:\\earlier\\file.txt\r\n");   // the old copy stays
+    }
 }
 
 } // namespace

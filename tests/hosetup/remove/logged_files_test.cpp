@@ -1,8 +1,8 @@
-// Deleting what a setup log names, on real folders: files of every kind of line, folder chains
-// deepest first, the user's files left alone, and an unreadable log.
+// The removal's safety at unit level: what the setup log names is deleted, folders deepest first
+// in bounded passes, the user's files and their folders stay, and a damaged log deletes nothing
+// but what a whole line names.
 #include "../install/install_fixture.h"
 
-#include "install/install.h"
 #include "remove/remove.h"
 #include "ui/ui.h"
 
@@ -13,179 +13,95 @@ protected:
     void SetUp() override
     {
         InstallFixture::SetUp();
-        CreateFolderChain(g_setup.commonDataFolder, nullptr);
-        ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
+        ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));   // without a window every report says stop
     }
 
-    void TearDown() override
-    {
-        ShowProgressStage(false, 0, 0, 0);
-        InstallFixture::TearDown();
-    }
-
+    // Writes the log, each line ended by CR LF; "#" lines and paths name places below root_.
     void writeLog(const std::vector<std::string>& lines)
     {
-        if (g_setup.logFile) {   // a removal leaves the log open, and open for reading only
-            CloseFile(g_setup.logFile);
-            g_setup.logFile = nullptr;
-        }
         std::string text;
         for (const std::string& line : lines)
-            text += line + "\r\n";
+            text += (line[0] == '#' ? "#" + root_ + line.substr(1) : line[0] == '*' ? line : root_ + line) + "\r\n";
         writeFile(logPath(), text);
     }
 
-    std::string at(const char* below) const { return root_ + below; }
+    bool exists(const char* below) const { return PathExists((root_ + below).c_str()); }
 };
 
-TEST_F(LoggedFiles, DeletesFilesOfEveryInstallationAndEmptyFoldersDeepestFirst)
+TEST_F(LoggedFiles, AThreeLevelChainGoesInThreePasses)
 {
-    for (const char* folder : {"Program\\Bin\\Tools\\", "Program\\Kept\\"})
-        CreateFolderChain(at(folder).c_str(), nullptr);
-    for (const char* file : {"Program\\hovistrel.exe", "Program\\Bin\\Tools\\render.dll", "Program\\Kept\\old.ini",
-                             "Program\\Bin\\update.dll"})
-        writeFile(at(file), "x");
-    writeFile(at("Program\\Kept\\mine.txt"), "the user's own file");
-
-    writeLog({
-        "***** Vistrel Test standard installation: START, 2022-11-29 10:00:00 *****",
-        "#" + at("Program\\"),
-        "#" + at("Program\\Bin\\"),
-        "#" + at("Program\\Bin\\Tools\\"),
-        "#" + at("Program\\Kept\\"),
-        at("Program\\hovistrel.exe"),
-        at("Program\\Bin\\Tools\\render.dll"),
-        "***** Skipped file:",
-        at("Program\\Kept\\old.ini"),
-        "***** Vistrel Test standard installation: END, 2022-11-29 10:00:05 *****",
-        "",
-        "***** Vistrel Test update installation: START, 2022-12-01 09:00:00 *****",
-        at("Program\\Bin\\update.dll"),
-        at("Program\\never-there.dll"),
-    });
-
+    CreateFolderChain((root_ + "Program\\A\\B\\C\\").c_str(), nullptr);
+    writeLog({"#Program\\A\\", "#Program\\A\\B\\", "#Program\\A\\B\\C\\"});
     EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_TRUE(g_setup.logFile != nullptr);   // left open for the caller
-    EXPECT_FALSE(PathExists(at("Program\\hovistrel.exe").c_str()));
-    EXPECT_FALSE(PathExists(at("Program\\Kept\\old.ini").c_str()));   // kept by an update, still ours
-    EXPECT_FALSE(PathExists(at("Program\\Bin\\").c_str()));
-    // The user's file keeps its folder and every folder above it.
-    EXPECT_EQ(readFile(at("Program\\Kept\\mine.txt")), "the user's own file");
-    EXPECT_TRUE(PathExists(at("Program\\").c_str()));
-    // Units: 10 counted lines (the banner behind the empty line counts as a file) plus 4 folder
-    // lines in total; 6 files and 4 passes done (the kept folder keeps the passes going until
-    // their number equals the folder lines).
-    EXPECT_EQ(g_setup.bytesTotalPacked, 14u);
-    EXPECT_EQ(g_setup.bytesDonePacked, 10u);
-    EXPECT_EQ(g_setup.progressStage, 5u);
+    EXPECT_FALSE(exists("Program\\A\\"));
+    EXPECT_TRUE(exists("Program\\"));            // not in the log
+    EXPECT_EQ(g_setup.bytesDonePacked, 3u);      // no file lines, three passes
 }
 
-TEST_F(LoggedFiles, ThreeLevelChainTakesThreePassesAndAnEmptyLogDoesNothing)
+TEST_F(LoggedFiles, AUsersFileKeepsItsFoldersAndThePassesStayBounded)
 {
-    CreateFolderChain(at("P\\A\\B\\").c_str(), nullptr);
-    writeLog({"#" + at("P\\"), "#" + at("P\\A\\"), "#" + at("P\\A\\B\\")});
+    CreateFolderChain((root_ + "Program\\K\\L\\").c_str(), nullptr);
+    for (const char* file : {"Program\\a.exe", "Program\\K\\b.dll", "Program\\K\\L\\mine.hod"})
+        writeFile(root_ + file, "x");
+    writeLog({"***** Vistrel standard installation: STARTING *****", "#Program\\K\\", "#Program\\K\\L\\",
+              "Program\\a.exe", "***** Skipped file:", "Program\\K\\b.dll"});
     EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_FALSE(PathExists(at("P\\").c_str()));
-    EXPECT_EQ(g_setup.bytesDonePacked, 3u);   // no file lines, three passes
-
-    writeLog({});
-    EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_EQ(g_setup.bytesTotalPacked, 0u);
-    EXPECT_EQ(g_setup.bytesDonePacked, 0u);
-}
-
-TEST_F(LoggedFiles, ManyLinesMoveTheBarAndEndInTheDeletionStage)
-{
-    std::vector<std::string> log;
-    for (int i = 0; i < 600; ++i) {
-        const std::string file = at("f") + std::to_string(i) + ".dat";
-        writeFile(file, "x");
-        log.push_back(file);
-    }
-    writeLog(log);
-    EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_FALSE(PathExists(at("f0.dat").c_str()));
-    EXPECT_FALSE(PathExists(at("f599.dat").c_str()));
-    EXPECT_EQ(g_setup.progressValue, 600);
-    EXPECT_EQ(g_setup.progressTotal, 600);
-}
-
-TEST_F(LoggedFiles, CountingMovesTheBarOncePerTenLinesFromTenPercent)
-{
-    std::vector<std::string> log = {"***** banner, not counted *****"};
-    for (int i = 0; i < 25; ++i)
-        log.push_back(i % 5 == 0 ? "#" + at("F") + std::to_string(i) + "\\" : at("f") + std::to_string(i));
-    writeLog(log);
-    HANDLE file = nullptr;
-    ASSERT_TRUE(OpenForReading(&file, logPath().c_str()));
-    LogLineCount count;
-    EXPECT_TRUE(countLogLines(file, &count));
-    EXPECT_EQ(count.counted, 25);
-    EXPECT_EQ(count.folders, 5);
-    // At the line after the 10th and after the 20th counted line; 2 % and 4 % are raised to 10.
-    EXPECT_EQ(count.reports, 2);
-    EXPECT_EQ(count.lastPercent, 10);
-
-    std::vector<std::string> many(760, at("x"));
-    CloseFile(file);
-    writeLog(many);
-    ASSERT_TRUE(OpenForReading(&file, logPath().c_str()));
-    EXPECT_TRUE(countLogLines(file, &count));
-    EXPECT_EQ(count.reports, 75);
-    EXPECT_EQ(count.lastPercent, 100);   // 750 lines: cut to 100
-    CloseFile(file);
-}
-
-TEST_F(LoggedFiles, ALineAfterAnEmptyLineCarriesItsLineEndAndDeletesNothing)
-{
-    writeFile(at("after-empty.dat"), "x");
-    writeFile(at("named.dat"), "x");
-    writeLog({at("named.dat"), "", at("after-empty.dat")});
-    EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_FALSE(PathExists(at("named.dat").c_str()));
-    // Read as CR LF + path: no such file, so the deletion fails and the file stays.
-    EXPECT_TRUE(PathExists(at("after-empty.dat").c_str()));
-    EXPECT_EQ(g_setup.bytesTotalPacked, 2u);
+    EXPECT_FALSE(exists("Program\\a.exe"));
+    EXPECT_FALSE(exists("Program\\K\\b.dll"));   // kept by an update, still the product's
+    EXPECT_TRUE(exists("Program\\K\\L\\mine.hod"));
+    // Units: 4 counted lines plus 2 folder lines; 2 files and as many passes as folder lines.
+    EXPECT_EQ(g_setup.bytesTotalPacked, 6u);
+    EXPECT_EQ(g_setup.bytesDonePacked, 4u);
 }
 
 TEST_F(LoggedFiles, ADamagedLogDeletesOnlyWhatAWholeLineNames)
 {
-    for (const char* name : {"whole.dat", "inside.dat", "behind.dat", "unended.dat"})
-        writeFile(at(name), "x");
+    const std::string at = root_ + "Program\\";
     std::string junk;
-    for (int i = 0; i < 3000; ++i)
-        junk += static_cast<char>((i * 7919) % 251 + 1);   // no zero bytes, a CR or LF now and then
-    std::string text = at("whole.dat") + "\r\n";
-    text += "junk " + at("inside.dat") + " junk\r\n";
-    text += junk + "\r\n";
-    text += std::string(400, 'L') + at("behind.dat") + "\r\n";   // longer than a line can be
-    text += at("behind.dat") + "\r\n";                                 // never reached: reading ended
-    text += at("unended.dat");                                          // no line end
-    writeFile(logPath(), text);
-
-    EXPECT_TRUE(RemoveLoggedFiles());
-    EXPECT_FALSE(PathExists(at("whole.dat").c_str()));
-    EXPECT_TRUE(PathExists(at("inside.dat").c_str()));
-    EXPECT_TRUE(PathExists(at("behind.dat").c_str()));
-    EXPECT_TRUE(PathExists(at("unended.dat").c_str()));
+    for (int i = 0; i < 200; ++i)
+        junk += static_cast<char>((i * 7919) % 240 + 14);   // binary, but no zero byte, CR or LF
+    const struct { const char* damage; std::string log; std::vector<const char*> gone, kept; } rows[] = {
+        {"junk lines", at + "a.dat\r\njunk " + at + "b.dat junk\r\n" + junk + "\r\n" + at + "c.dat\r\n",
+         {"a.dat", "c.dat"}, {"b.dat"}},
+        {"an overlong line ends the reading", std::string(400, 'L') + at + "a.dat\r\n" + at + "c.dat\r\n", {},
+         {"a.dat", "c.dat"}},
+        {"no final line end", at + "a.dat\r\n" + at + "b.dat", {"a.dat"}, {"b.dat"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.damage);
+        for (const char* name : {"a.dat", "b.dat", "c.dat"})
+            writeFile(at + name, "x");
+        CloseFile(g_setup.logFile);   // the last removal left it open
+        g_setup.logFile = nullptr;
+        writeFile(logPath(), row.log);
+        EXPECT_TRUE(RemoveLoggedFiles());
+        for (const char* name : row.gone)
+            EXPECT_FALSE(fileExists(at + name)) << name;
+        for (const char* name : row.kept)
+            EXPECT_TRUE(fileExists(at + name)) << name;
+    }
 }
 
-TEST_F(LoggedFiles, AMissingLogStopsTheRemovalWithNothingDeleted)
+TEST_F(LoggedFiles, CountingReportsOncePerTenLinesFromTenPercentCutAtAHundred)
 {
-    writeFile(at("Program.exe"), "x");
-    EXPECT_FALSE(RemoveLoggedFiles());   // silent: the alert answers by itself
-    EXPECT_TRUE(g_setup.logFile == nullptr);
-    EXPECT_TRUE(PathExists(at("Program.exe").c_str()));
-}
-
-TEST_F(LoggedFiles, WithoutAProgressWindowNothingIsDeleted)
-{
-    // No window means SetProgress says stop, as after a confirmed cancel.
-    ShowProgressStage(false, 0, 0, 0);
-    writeFile(at("a.dat"), "x");
-    writeLog({at("a.dat")});
-    EXPECT_FALSE(RemoveLoggedFiles());
-    EXPECT_TRUE(PathExists(at("a.dat").c_str()));
+    const struct { int lines, folderEvery, reports, lastPercent; } rows[] = {
+        {0, 0, 0, 0}, {25, 5, 2, 10}, {300, 0, 29, 58}, {760, 0, 75, 100}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.lines);
+        std::vector<std::string> log = {"***** a banner, not counted *****"};
+        for (int i = 0; i < row.lines; ++i)
+            log.push_back(row.folderEvery && i % row.folderEvery == 0 ? "#F" + std::to_string(i) + "\\" : "f");
+        writeLog(log);
+        HANDLE file = nullptr;
+        ASSERT_TRUE(OpenForReading(&file, logPath().c_str()));
+        LogLineCount count;
+        EXPECT_TRUE(countLogLines(file, &count));
+        CloseFile(file);
+        EXPECT_EQ(count.counted, row.lines);
+        EXPECT_EQ(count.folders, row.folderEvery ? row.lines / row.folderEvery : 0);
+        EXPECT_EQ(count.reports, row.reports);
+        EXPECT_EQ(count.lastPercent, row.lastPercent);
+    }
 }
 
 } // namespace

@@ -1,31 +1,88 @@
-// Shared set-up of the user-interface tests: a prepared setup state with a plain main window,
-// as the shell would leave it before the run starts, and checks of a dialog's layout.
+// Shared set-up of the user-interface tests: a setup state with a plain main window, as the shell
+// leaves it before the run starts, and the helpers that drive and check the real dialogs.
 #pragma once
 
 #include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
 #include <string>
 
+#include "core/core.h"
 #include "dialogs.h"
+#include "holang.h"
+#include "ui/ui.h"
+
+// ---- constants ------------------------------------------------------------------------------
+
+const DialogQuery kAlert = dialogWith(IDC_ALERT_TEXT, IDC_ALERT_BUTTON1);
+
+// ---- types ----------------------------------------------------------------------------------
+
+// A setup state for a run at the given scale, with a plain main window as the dialogs' owner.
+class UiTest : public ::testing::Test {
+protected:
+    void SetUp() override { prepare(1.0); }
+    void TearDown() override
+    {
+        ShowProgressStage(false, 0, 0, 0);
+        DestroyWindow(g_setup.mainWindow);
+        pumpWindowMessages();
+    }
+    void prepare(double scale)
+    {
+        clearSetupState();
+        g_setup.languageModule = GetModuleHandleA("holang.dll");
+        g_setup.scale = scale;
+        g_setup.mainWindow = CreateWindowExA(0, "Static", "", WS_POPUP | WS_VISIBLE, 100, 100, 580, 400, nullptr,
+                                             nullptr, nullptr, nullptr);
+    }
+};
 
 // ---- functions ------------------------------------------------------------------------------
 
-// tests/hosetup/ui/ui_test_env.cpp
-// Fills g_setup for a run at the given scale and opens a plain main window (580 x 400 design
-// pixels, centred); closeUiTestState destroys the window and any progress window.
-void prepareUiTestState(double scale);
-void closeUiTestState();
-// Problems of a shown dialog's layout, empty when there are none: a visible control outside
-// the client area, two visible controls that overlap, a text that does not fit its control,
-// or a dialog that is not centred over the main window.
-std::string layoutProblems(HWND dialog);
-// Text painted by DrawText in the setup's dialog font: the height it needs at this width.
-int neededTextHeight(HWND control);
-// Runs the thread's messages the way the program's main loop does, for the given time.
-void pumpLikeMainLoop(DWORD milliseconds);
-// Opens (or closes) a top-level window of the installed product's class in a helper thread,
-// as if the product were running.
-void startFakeProduct();
-// Waits for a dialog from a script thread; when none comes, notes the failure and ends every
-// dialog of the process, so that the test's own thread gets out of its modal call.
-HWND expectDialog(const DialogQuery& query, const char* what, std::string* failures);
-void stopFakeProduct();
+// True when nothing of a text control is cut: its text, wrapped as the dialog's font paints it,
+// fits its height, and the control lies inside the dialog's client area.
+inline bool textFits(HWND dialog, int id)
+{
+    HWND control = GetDlgItem(dialog, id);
+    RECT area, client;
+    GetClientRect(dialog, &client);
+    GetWindowRect(control, &area);
+    MapWindowPoints(nullptr, dialog, reinterpret_cast<POINT*>(&area), 2);
+    return measureWrappedText(control, windowText(control).c_str(), area.right - area.left, nullptr) <=
+               area.bottom - area.top &&
+           area.left >= 0 && area.top >= 0 && area.right <= client.right && area.bottom <= client.bottom;
+}
+
+// Waits for a dialog from a script thread; when none comes, fails the test and ends every dialog
+// of the process, so that the test's own thread gets out of its modal call.
+inline HWND expectDialog(const DialogQuery& query)
+{
+    HWND dialog = waitForDialog(query);
+    if (!dialog) {
+        ADD_FAILURE() << "an expected dialog did not appear";
+        abandonDialogs();
+    }
+    return dialog;
+}
+
+// Presses a button of the next alert and waits until it has gone; returns the alert's text.
+inline std::string answerAlert(int buttonId)
+{
+    HWND alert = expectDialog(kAlert);
+    const std::string text = controlText(alert, IDC_ALERT_TEXT);
+    clickButton(alert, buttonId);
+    waitForWindowGone(alert);
+    return text;
+}
+
+// Runs the script in a thread of its own while this thread makes the modal call.
+inline void withScript(const std::function<void()>& script, const std::function<void()>& modal)
+{
+    DialogScript thread;
+    startScript(&thread, script);
+    modal();
+    EXPECT_TRUE(finishScript(&thread)) << "the script did not end";
+}
