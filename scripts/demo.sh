@@ -6,7 +6,8 @@
 # On your display (DISPLAY set) the pages wait for your clicks. Without a display the demo runs
 # under a virtual X server and goes through the pages itself, the way a person would, saving a
 # screenshot of each page in build/demo-shots/. The demo uses its own Wine prefix, build/demo-prefix,
-# made afresh each time.
+# made afresh each time by scripts/wine-run, which keeps the prefix's user folders inside it and
+# shows Wine nothing of the machine beyond this checkout.
 set -e
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -29,7 +30,7 @@ regquery() { wine_run reg query "$@" 2>/dev/null | tr -d '\r' | sed -n '/^ *$/d;
 regvalue() { regquery "$1" /v "$2" | sed -n "s/^$2 *REG_[A-Z_]* *//p"; }
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Vistrel Professional 2022'
 
-wine_run wineserver -k >/dev/null 2>&1 || true
+wineserver -k >/dev/null 2>&1 || true
 rm -rf "$WINEPREFIX" "$shots"
 mkdir -p "$shots"
 # Every window of the demo opens inside one Wine virtual desktop, a 1024 x 768 "screen" with

@@ -4,12 +4,13 @@
 # 96 and at 144 dpi.
 #
 # Each dpi gets its own Wine prefix (build/shots-96, build/shots-144) with the dpi set in its
-# registry. hoshowcase.exe (tests/driver) opens the windows one after another inside a Wine
+# registry. hoshowcase.exe (tools/showcase) opens the windows one after another inside a Wine
 # virtual desktop on a virtual X server, so they have real frames, and saves each one, cropped to
 # the window, as <window>-<dpi>dpi.png.
 #
-# HO_BUILD_DIR names another build folder of the Windows build (default build/windows); the
-# prefixes are then made inside it.
+# HO_BUILD_DIR names another build folder of the Windows build (default build/windows), inside
+# the checkout, where programs under Wine can reach it (see scripts/wine-run); the prefixes are
+# then made inside it.
 set -e
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -53,16 +54,14 @@ for dpi in 96 144; do
     [ -f "$fonts/marlett.ttf" ] || cp /usr/share/wine/fonts/marlett.ttf "$fonts/"
     wineserver -w
 
-    shots="$WINEPREFIX/shots"
+    # The pictures are written into the prefix's C:\shots first, so that a failed run leaves the
+    # committed ones alone.
+    shots="$WINEPREFIX/drive_c/shots"
     rm -rf "$shots"
     mkdir -p "$shots"
-    # The pictures are written into the prefix first, so that a failed run leaves the committed
-    # ones alone. Wine maps the Unix root to drive Z:.
-    winshots="Z:$(echo "$shots" | tr / '\\')"
     xvfb-run -a -s "-screen 0 1280x1024x24" sh -c '
-        WINEDEBUG=-all WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree=d;mshtml=d" \
-            wine explorer /desktop=shots,1280x1024 "$1" "$2" </dev/null
-        wineserver -k' sh "$build/bin/hoshowcase.exe" "$winshots" >"$shots/run.log" 2>&1 || true
+        "$1" explorer /desktop=shots,1280x1024 "$2" "$3"
+        wineserver -k' sh "$root/scripts/wine-run" "$build/bin/hoshowcase.exe" 'C:\shots' >"$shots/run.log" 2>&1 || true
     cat "$shots/run.log" | grep -v '^[0-9a-f]*:\(err\|fixme\|warn\)' || true
 
     for window in $windows; do

@@ -1,11 +1,10 @@
-// Running the real programs from a test: start a process, wait for it with a time limit, find its
-// top-level windows and answer its message boxes, as a person at the screen would.
+// Running the real programs from a test: the test's own files and folders, a child process started
+// and waited for with a time limit, and a message box read and answered as a person would.
 #pragma once
 
 #include <windows.h>
-#include <functional>
+
 #include <string>
-#include <vector>
 
 // ---- constants ------------------------------------------------------------------------------
 
@@ -19,8 +18,7 @@ struct ChildProcess {
 };
 
 struct MessageBoxSeen {
-    std::string caption;
-    std::string text;
+    std::string caption, text;
 };
 
 // ---- functions ------------------------------------------------------------------------------
@@ -28,17 +26,14 @@ struct MessageBoxSeen {
 // tests/support/process.cpp
 std::string testBinFolder();                      // folder of the running test program, with '\'
 std::string makeTempFolder(const char* prefix);   // a new empty folder, with '\'
-void removeTree(const std::string& folder);
+void removeTree(const std::string& folder);       // a folder with all it holds, or a file
 bool copyFileTo(const std::string& from, const std::string& to);
 bool fileExists(const std::string& path);
-
+std::string readFile(const std::string& path);    // "" when it cannot be read
 bool startProcess(const std::string& commandLine, ChildProcess* child);
 // Waits for the child to end; kills it after timeoutMs and returns kNoExitCode then.
 DWORD waitForExit(ChildProcess* child, DWORD timeoutMs);
-// Runs a program to its end (or the time limit) and returns its exit code.
-DWORD runProcess(const std::string& commandLine, DWORD timeoutMs);
-
-std::vector<HWND> topLevelWindowsOf(DWORD processId, const char* className);
+DWORD runProcess(const std::string& commandLine, DWORD timeoutMs);   // start, wait, exit code
 // Waits for a message box (dialog class "#32770") of the process, reads it, and closes it with
 // the given command (IDOK, IDCANCEL, ...). False when none appeared in time.
 bool answerMessageBox(DWORD processId, DWORD timeoutMs, int command, MessageBoxSeen* seen);

@@ -1,23 +1,42 @@
-// Checks on the real registry that name the test line asking, in the style of Wine's regedit
-// tests: EXPECT_REG_SZ(root, "key", "value", "text") reports "line 42: ..." when it fails.
+// Checks on the real registry that fail at the test line asking: EXPECT_REG_SZ(root, "key", "value",
+// "text"), EXPECT_REG_KEY(root, "key") and EXPECT_NO_REG_KEY(root, "key").
 #pragma once
 
 #include <windows.h>
-#include <cstdint>
+
+#include <gtest/gtest.h>
+
 #include <string>
 
 // ---- functions ------------------------------------------------------------------------------
 
-// tests/support/registry_checks.cpp
-void expectRegString(int line, HKEY root, const char* key, const char* name, const std::string& text);
-void expectRegNumber(int line, HKEY root, const char* key, const char* name, std::uint32_t number);
-void expectNoRegValue(int line, HKEY root, const char* key, const char* name);
-void expectRegKey(int line, HKEY root, const char* key, bool exists);
-std::string readRegString(HKEY root, const char* key, const char* name);  // "" when missing
-void deleteRegTree(HKEY root, const char* key);
+// A REG_SZ value as stored, with its terminating zero; "" when it is missing or of another type.
+inline std::string regString(HKEY root, const char* key, const char* name)
+{
+    char data[4096] = {};
+    DWORD size = sizeof data, type = REG_NONE;
+    HKEY opened = nullptr;
+    const bool read = RegOpenKeyExA(root, key, 0, KEY_READ, &opened) == ERROR_SUCCESS &&
+                      RegQueryValueExA(opened, name, nullptr, &type, reinterpret_cast<BYTE*>(data), &size) == ERROR_SUCCESS;
+    RegCloseKey(opened);
+    return read && type == REG_SZ ? std::string(data, size) : std::string();
+}
 
-#define EXPECT_REG_SZ(root, key, name, text) expectRegString(__LINE__, root, key, name, text)
-#define EXPECT_REG_DWORD(root, key, name, number) expectRegNumber(__LINE__, root, key, name, number)
-#define EXPECT_NO_REG_VALUE(root, key, name) expectNoRegValue(__LINE__, root, key, name)
-#define EXPECT_REG_KEY(root, key) expectRegKey(__LINE__, root, key, true)
-#define EXPECT_NO_REG_KEY(root, key) expectRegKey(__LINE__, root, key, false)
+inline bool regKeyExists(HKEY root, const char* key)
+{
+    HKEY opened = nullptr;
+    const bool found = RegOpenKeyExA(root, key, 0, KEY_READ, &opened) == ERROR_SUCCESS;
+    RegCloseKey(opened);
+    return found;
+}
+
+inline void deleteRegTree(HKEY root, const char* key)
+{
+    RegDeleteTreeA(root, key);
+    RegDeleteKeyA(root, key);
+}
+
+#define EXPECT_REG_SZ(root, key, name, text) \
+    EXPECT_EQ(regString(root, key, name), std::string(text) + '\0') << (key) << " \"" << (name) << "\""
+#define EXPECT_REG_KEY(root, key) EXPECT_TRUE(regKeyExists(root, key)) << (key)
+#define EXPECT_NO_REG_KEY(root, key) EXPECT_FALSE(regKeyExists(root, key)) << (key)

@@ -20,7 +20,16 @@ prepare_work() {
     export WINEPREFIX
 }
 
-win() { printf 'Z:%s' "$1" | tr / '\\'; }
+# The Windows name of a path, for command lines that programs read under Wine: scripts/wine-run
+# shows them the checkout (or $HO_WINE_TREE) as drive T: and nothing outside it.
+win() {
+    tree=$(cd "${HO_WINE_TREE:-$here}" && pwd -P)
+    path=$(cd "$(dirname "$1")" && pwd -P)/$(basename "$1")
+    case $path in
+        "$tree"/*) printf 'T:%s' "${path#"$tree"}" | tr / '\\' ;;
+        *) echo "$1 lies outside $tree, where Wine cannot reach it" >&2; exit 2 ;;
+    esac
+}
 seconds_since() { awk -v a="$1" -v b="$(date +%s.%N)" 'BEGIN { printf "%.3f", b - a }'; }
 
 hopack() {
@@ -28,8 +37,8 @@ hopack() {
     if [ -x "$here/build/dist/hopack" ]; then "$here/build/dist/hopack" "$@"; return; fi
     for exe in "$build/dist/hopack.exe" "$bin/hopack.exe"; do
         if [ -f "$exe" ]; then
-            # hopack.exe takes Windows paths: the description and the folders are passed as Z: paths.
-            "$here/scripts/wine-run" "$exe" "$1" "$(win "$2")" "$(win "$3")" "$4" "$(win "$5")"
+            # hopack.exe opens the Unix paths of the description and the folders through drive T:.
+            "$here/scripts/wine-run" "$exe" "$@"
             return
         fi
     done

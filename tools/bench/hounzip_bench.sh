@@ -1,7 +1,7 @@
 #!/bin/sh
 # Measures what one start of hounzip.exe costs under Wine, against a GUI program that does nothing.
 #
-#   tests/bench/hounzip_bench.sh [BUILD_DIR] [COUNT]
+#   tools/bench/hounzip_bench.sh [BUILD_DIR] [COUNT]
 #
 # BUILD_DIR (default build/windows) must hold bin/hounzip.exe, bin/hzlaunch.exe and bin/nothing.exe (targets
 # hounzip_copy, hzlaunch, hzlaunch_nothing). Both programs are started COUNT times (default 50, interleaved) by hzlaunch.exe
@@ -12,14 +12,13 @@ set -eu
 here=$(cd "$(dirname "$0")/../.." && pwd)
 build=$(cd "${1:-$here/build/windows}" && pwd)
 count=${2:-50}
-bin=$build/bin
-for program in hounzip.exe hzlaunch.exe nothing.exe; do
-    [ -f "$bin/$program" ] || { echo "missing $bin/$program: build hounzip_copy, hzlaunch and hzlaunch_nothing" >&2; exit 2; }
-done
+. "$here/tools/bench/bench_common.sh"
+require_programs hounzip.exe hzlaunch.exe nothing.exe
 : "${WINEPREFIX:=$build/wineprefix}"
 export WINEPREFIX
 
-work=$(mktemp -d "${TMPDIR:-/tmp}/hounzip_bench.XXXXXX")
+# The work folder lies in the build folder, where the programs under Wine can reach it.
+work=$(mktemp -d "$build/hounzip_bench.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/target"
 python3 - "$work/_000010_" <<'PY'
@@ -27,7 +26,6 @@ import sys, zipfile
 with zipfile.ZipFile(sys.argv[1], "w", zipfile.ZIP_DEFLATED) as z:
     z.writestr("member.txt", b"a small member of a Vistrel package\r\n" * 200)
 PY
-win() { printf 'Z:%s' "$1" | tr / '\\'; }
 # The installer's own command line: archive name with "." appended, folder with a trailing backslash, empty
 # options (two blanks before -n).
 printf '"%s" "%s." "%s\\"  -n -q\r\n"%s"\r\n' "$(win "$bin/hounzip.exe")" "$(win "$work/_000010_")" \

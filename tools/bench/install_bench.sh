@@ -1,7 +1,7 @@
 #!/bin/sh
 # Measures the copy step of a silent installation under Wine, against cp -r of the same files.
 #
-#   tests/bench/install_bench.sh [BUILD_DIR]
+#   tools/bench/install_bench.sh [BUILD_DIR]
 #
 # BUILD_DIR (default build/windows) must hold bin/hosetup.exe, bin/holang.dll, bin/hounzip.exe and
 # bin/hosetup.chm (targets hosetup, holang_copy, hounzip_copy, hosetup_chm). The package is built with
@@ -36,7 +36,7 @@ build=$(cd "${1:-$here/build/windows}" && pwd)
 if [ -z "${DISPLAY:-}" ]; then
     exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$build"
 fi
-. "$here/tests/bench/bench_common.sh"
+. "$here/tools/bench/bench_common.sh"
 require_programs hosetup.exe holang.dll hounzip.exe hosetup.chm
 prepare_work "${BENCH_WORK:-$build/bench-install}"
 trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/cp-target" "$work/wineprefix"' EXIT

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Measures how fast the setup program's window answers while hounzip.exe unpacks one 1 GiB member.
 #
-#   tests/bench/responsiveness_bench.sh [BUILD_DIR]
+#   tools/bench/responsiveness_bench.sh [BUILD_DIR]
 #
 # BUILD_DIR (default build/windows) must hold bin/hosetup.exe, bin/holang.dll, bin/hounzip.exe,
 # bin/hosetup.chm and bin/responsiveness_probe.exe (targets hosetup, holang_copy, hounzip_copy,
@@ -25,7 +25,7 @@ build=$(cd "${1:-$here/build/windows}" && pwd)
 if [ -z "${DISPLAY:-}" ]; then
     exec xvfb-run -a -s "-screen 0 1280x1024x24" "$0" "$build"
 fi
-. "$here/tests/bench/bench_common.sh"
+. "$here/tools/bench/bench_common.sh"
 require_programs hosetup.exe holang.dll hounzip.exe hosetup.chm responsiveness_probe.exe
 prepare_work "${BENCH_WORK:-$build/bench-responsiveness}"
 trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/wineprefix"' EXIT
@@ -81,7 +81,7 @@ echo "preparing the prefix ..."
 wineserver -w
 wineserver -p
 echo "installing under the probe ..."
-"$here/scripts/wine-run" "$bin/responsiveness_probe.exe" "$(win "$work/dist/hosetup.exe")" -S | tr -d '\r' > "$work/probe.txt"
+"$here/scripts/wine-run" "$bin/responsiveness_probe.exe" "$work/dist/hosetup.exe" -S | tr -d '\r' > "$work/probe.txt"
 wineserver -k
 installed=$(stat -c %s "$WINEPREFIX/drive_c/Program Files/Harwick-Orbel/Vistrel (64-bit)/drawings.dat" 2>/dev/null || echo 0)
 

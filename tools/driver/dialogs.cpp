@@ -20,7 +20,7 @@ bool matches(HWND window, const DialogQuery& query, DWORD processId)
 {
     DWORD owner = 0;
     GetWindowThreadProcessId(window, &owner);
-    if (owner != processId || window == query.exclude || !IsWindowVisible(window))
+    if ((!query.anyProcess && owner != processId) || window == query.exclude || !IsWindowVisible(window))
         return false;
     char className[32] = {};
     GetClassNameA(window, className, sizeof className);
@@ -113,6 +113,17 @@ HWND waitForDialog(const DialogQuery& query, DWORD timeoutMs)
             return nullptr;
         Sleep(kPollInterval);
     }
+}
+
+bool waitForNoDialog(const DialogQuery& query, DWORD timeoutMs)
+{
+    const DWORD start = GetTickCount();
+    while (findDialog(query)) {
+        if (GetTickCount() - start >= timeoutMs)
+            return false;
+        Sleep(kPollInterval);
+    }
+    return true;
 }
 
 bool waitForWindowGone(HWND window, DWORD timeoutMs)

@@ -1,8 +1,8 @@
-// Finding and driving the setup program's dialogs in real windows, from a watcher thread of the
-// test program or from another process (the hodriver tool): find a dialog by its process, its
-// caption and the control identifiers it holds, read its controls, and press its buttons by
-// posting the same messages a click or a key would produce, so the dialog's own thread never
-// waits for the driver.
+// Finding and driving the setup program's dialogs in real windows, from a watcher thread of a
+// test program or hoshowcase.exe, or from another process (hodriver.exe): find a dialog by its
+// process, its caption and the control identifiers it holds, read its controls, and press its
+// buttons by posting the same messages a click or a key would produce, so the dialog's own
+// thread never waits for the driver.
 #pragma once
 
 #include <windows.h>
@@ -20,6 +20,7 @@ constexpr DWORD kDialogTimeout = 20000;
 // holds every listed control and, when a caption is given, has that caption.
 struct DialogQuery {
     DWORD processId = 0;                       // 0: this process
+    bool anyProcess = false;                   // true: any process (processId is not looked at)
     int controls[kMaxRequiredControls] = {};   // 0 ends the list
     const char* caption = nullptr;
     HWND exclude = nullptr;                    // never this one (e.g. the page behind an alert)
@@ -41,10 +42,12 @@ struct DialogScript {
 
 // ---- functions ------------------------------------------------------------------------------
 
-// tests/support/dialogs.cpp
+// tools/driver/dialogs.cpp
 DialogQuery dialogWith(int control1, int control2 = 0, int control3 = 0);
 HWND findDialog(const DialogQuery& query);
 HWND waitForDialog(const DialogQuery& query, DWORD timeoutMs = kDialogTimeout);
+// Waits until no dialog matches the query; false when one still does after the time limit.
+bool waitForNoDialog(const DialogQuery& query, DWORD timeoutMs = kDialogTimeout);
 bool waitForWindowGone(HWND window, DWORD timeoutMs = kDialogTimeout);
 std::string windowText(HWND window);
 ControlState controlState(HWND dialog, int id);

@@ -81,16 +81,13 @@ bool parse(int argc, char** argv, Options* options)
     return true;
 }
 
-// Without --pid: the first top-level window whose process has a matching dialog.
-struct AnySearch {
-    const Options* options;
-    HWND found;
-};
-
-DialogQuery queryFor(const Options& options, DWORD processId)
+// The dialog the options name: the command's control and every --has control, in process N or,
+// without --pid, in any process.
+DialogQuery queryFor(const Options& options)
 {
     DialogQuery query;
-    query.processId = processId;
+    query.processId = options.processId;
+    query.anyProcess = options.anyProcess;
     query.caption = options.caption;
     int count = 0;
     if (options.id)
@@ -100,52 +97,14 @@ DialogQuery queryFor(const Options& options, DWORD processId)
     return query;
 }
 
-BOOL CALLBACK searchAnyProcess(HWND window, LPARAM context)
-{
-    AnySearch* search = reinterpret_cast<AnySearch*>(context);
-    DWORD processId = 0;
-    GetWindowThreadProcessId(window, &processId);
-    HWND found = findDialog(queryFor(*search->options, processId));
-    if (!found)
-        return TRUE;
-    search->found = found;
-    return FALSE;
-}
-
-HWND findMatching(const Options& options)
-{
-    if (!options.anyProcess)
-        return findDialog(queryFor(options, options.processId));
-    AnySearch search = {&options, nullptr};
-    EnumWindows(searchAnyProcess, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND waitMatching(const Options& options)
-{
-    const DWORD start = GetTickCount();
-    for (;;) {
-        HWND dialog = findMatching(options);
-        if (dialog || GetTickCount() - start >= options.timeoutMs)
-            return dialog;
-        Sleep(50);
-    }
-}
-
 int run(const Options& options)
 {
     const char* command = options.command;
-    if (std::strcmp(command, "wait-gone") == 0) {
-        const DWORD start = GetTickCount();
-        while (findMatching(options)) {
-            if (GetTickCount() - start >= options.timeoutMs)
-                return 1;
-            Sleep(50);
-        }
-        return 0;
-    }
+    const DialogQuery query = queryFor(options);
+    if (std::strcmp(command, "wait-gone") == 0)
+        return waitForNoDialog(query, options.timeoutMs) ? 0 : 1;
 
-    HWND dialog = waitMatching(options);
+    HWND dialog = waitForDialog(query, options.timeoutMs);
     if (!dialog) {
         std::fprintf(stderr, "hodriver: no matching dialog\n");
         return 1;

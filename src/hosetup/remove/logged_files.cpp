@@ -69,6 +69,12 @@ bool isProductPath(const char* path, bool folderLine)
     for (const char* folder : folders) {
         if (liesInside(path, folder, folderLine))
             return true;
+        // The maker's folder above a product folder is logged when the installation made it;
+        // it goes only when empty.
+        char parent[kPathCapacity] = "";
+        if (folderLine && folder[0] != '*' && ParentFolder(folder, parent, sizeof parent) &&
+            HOI_EqualA(path, parent) && isCanonicalDrivePath(parent))
+            return true;
     }
     return false;
 }

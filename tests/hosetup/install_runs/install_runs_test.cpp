@@ -1,197 +1,208 @@
-// Whole installations: a distribution built with hopack.exe, installed by the real hosetup.exe
-// under Wine, and checked on the file system and the registry as a support engineer would.
-#include "install_runs.h"
+// Whole installations: distributions built with hopack.exe, installed by the real hosetup.exe
+// under Wine (silently, or driven through its pages and alerts), and checked on the disk, in the
+// registry and in the log.
+#include "setup_run.h"
+
+#include "holang.h"
+
+#include <commctrl.h>
+#include <shlobj.h>
+
+#include <algorithm>
+#include <fstream>
+#include <regex>
 
 namespace {
 
-TEST_F(InstallRuns, FreshSilentInstallation)
+// Started from a temporary place with -A, a copy of the program reads the package from the named
+// folder and has its own files deleted at the next restart, in order. The package adds 70 folders
+// with a file each and a second file in the first and the last: the directory step remembers 64
+// folders, so the last one is made twice, but logged once.
+TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
 {
-    const std::string dist = build(samplePackage());
-    ASSERT_EQ(install(dist), 0u);
+    Package package = samplePackage();
+    for (int n = 10; n < 80; ++n)
+        package.files.push_back({"parts/" + std::to_string(n), 1, "Part" + std::to_string(n), "part.dat", "part"});
+    for (int n : {10, 79})
+        package.files.push_back({"parts/second" + std::to_string(n), 1, "Part" + std::to_string(n), "second.dat", "second"});
+    const std::string dist = build(package), runner = work_ + "runner\\", &program = folders_.install;
+    ASSERT_TRUE(CreateDirectoryA(runner.c_str(), nullptr));
+    for (const char* own : {"hosetup.exe", "holang.dll", "hosetup.chm", "hounzip.exe"})
+        ASSERT_TRUE(copyFileTo(dist + own, runner + own)) << own;
+    EXPECT_EQ(runProcess("\"" + runner + "hosetup.exe\" -S -A" + dist.substr(0, dist.size() - 1), kRunTimeout), 0u);
+    std::vector<std::string> restart;
+    for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe", "hosetup.log", "hounzip.exe"})
+        restart.push_back(CharLowerA(&(runner + own)[0]));
+    EXPECT_EQ(pendingDeletions(), restart);
 
-    const std::string& install = folders_.install;
-    const std::string documents = folders_.documents;
-    EXPECT_EQ(readFile(install + "hovistrel.exe"), "main program 2022-11-29");
-    EXPECT_EQ(readFile(install + "hovistrellib.dll"), "icons");
-    EXPECT_EQ(readFile(documents + "Libraries\\Standard\\standard.hol"), "library");
-    EXPECT_EQ(readFile(documents + "Settings\\hovistrel.ini"), "[settings]");
-    EXPECT_EQ(readFile(documents + "Drawings\\hovistrel.hod"), "LINE 0 0 10 10");
-    EXPECT_EQ(readFile(install + "Help\\hovistrel.chm"), "help");
-    EXPECT_EQ(readFile(folders_.commonData + "allusers.dat"), "common");
-    EXPECT_EQ(readFile(install + "hosetup.dat"), readFile(dist + "_000000_"));
+    std::vector<std::pair<std::string, std::string>> placed = {
+        {program + "hovistrel.exe", "main program 2022-11-29"}, {program + "hovistrellib.dll", "icons"},
+        {folders_.documents + "Libraries\\Standard\\standard.hol", "library"}, {program + "Help\\hovistrel.chm", "help"},
+        {folders_.documents + "Settings\\hovistrel.ini", "[settings]"}, {folders_.commonData + "allusers.dat", "common"},
+        {folders_.documents + "Drawings\\hovistrel.hod", "LINE 0 0 10 10"}, {program + "hosetup.dat", readFile(dist + "_000000_")}};
     for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"})
-        EXPECT_EQ(readFile(install + own), readFile(dist + own)) << own;
+        placed.push_back({program + own, readFile(dist + own)});
+    for (int n = 10; n < 80; ++n)
+        placed.push_back({program + "Part" + std::to_string(n) + "\\part.dat", "part"});
+    for (int n : {10, 79})
+        placed.push_back({program + "Part" + std::to_string(n) + "\\second.dat", "second"});
+    for (const auto& [path, content] : placed)
+        EXPECT_EQ(readFile(path), content) << path;
+    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString", "\"" + program + "hosetup.exe\" -x");
+    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kAppPath, "", program + "hovistrel.exe");
+    EXPECT_REG_SZ(HKEY_CLASSES_ROOT, ".HOD", "", "HOVISTREL");
+    // A link holds its target's path as it is: the program, and on the desktop the programs-menu group.
+    EXPECT_NE(readFile(folders_.programs + "Vistrel Test\\Vistrel.lnk").find(program + "hovistrel.exe"), std::string::npos);
+    EXPECT_NE(readFile(folders_.desktop + "Vistrel Test.lnk").find(folders_.programs + "Vistrel Test\\"), std::string::npos);
 
-    EXPECT_REG_DWORD(HKEY_LOCAL_MACHINE, kProductKey, "UserMode", 0);
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kProductKey, "PathLocal", "*");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kProductKey, "CompileDate", "2022-11-29");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kAppPath, "", install + "hovistrel.exe");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString", "\"" + install + "hosetup.exe\" -x");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "DisplayName", "Vistrel Test Release 2022");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "DisplayVersion", "2022.2.11.29, 2022.2.11.29, 2022-11-29");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "Version", "22.142.1129");
-    EXPECT_REG_SZ(HKEY_CLASSES_ROOT, "HOVISTREL\\shell\\open\\command", "", "\"" + install + "hovistrel.exe\" \"%1\"");
-
-    EXPECT_EQ(lowerCase(linkTarget(folders_.programs + "Vistrel Test\\Vistrel.lnk")), lowerCase(install + "hovistrel.exe"));
-    EXPECT_TRUE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
-
-    const std::vector<std::string> log = lines(readFile(folders_.commonData + "hosetup.log"));
-    const std::regex stamp(", \\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d \\*\\*\\*\\*\\*$");
-    ASSERT_GT(log.size(), 120u);
-    EXPECT_TRUE(startsWith(log[0], "***** Vistrel standard installation: STARTING, creating initial directory and "
-                                   "preparing log file, ")) << log[0];
-    EXPECT_EQ(log[1], "#" + folders_.commonData.substr(0, folders_.commonData.size() - 17));  // the maker's folder
-    EXPECT_EQ(log[2], "#" + folders_.commonData);
-    EXPECT_TRUE(std::regex_search(log[3], stamp)) << log[3];
-    EXPECT_TRUE(startsWith(log[3], "***** Vistrel standard installation: Creating directories, ")) << log[3];
-    std::size_t copying = 0;
-    while (copying < log.size() && log[copying].find("Copying files") == std::string::npos)
-        ++copying;
-    ASSERT_LT(copying + 5, log.size());
-    EXPECT_EQ(log[copying + 1], install + "hosetup.dat");
-    EXPECT_NE(std::find(log.begin(), log.end(), install + "Help\\hovistrel.chw"), log.end());
-    // The EXITING banner ends in CR LF of its own and the line writer adds another.
-    EXPECT_TRUE(startsWith(log[log.size() - 2], "***** Vistrel standard installation: EXITING, ")) << log[log.size() - 2];
+    // The log: time-stamped "*****" banners from STARTING to EXITING (which ends in a CR LF of its
+    // own), a "#" line for each folder made, and a line for each file installed or made later by
+    // the product, all in the product's folders; each file installed and its folder once.
+    const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
+    ASSERT_GT(log.size(), 3u);
+    const std::regex banner(R"(\*{5} Vistrel standard installation: [^*]+, \d{4}-\d\d-\d\d \d\d:\d\d:\d\d \*{5})");
+    EXPECT_NE(log.front().find(": STARTING, "), std::string::npos) << log.front();
+    EXPECT_NE(log[log.size() - 2].find(": EXITING, "), std::string::npos) << log[log.size() - 2];
     EXPECT_EQ(log.back(), "");
+    for (auto line = log.begin(); line + 1 != log.end(); ++line) {
+        const bool inProduct = line->find(program) == 0 || line->find(folders_.commonData) == 0 ||
+                               line->find(folders_.documents) == 0;
+        if (line->front() == '*')
+            EXPECT_TRUE(std::regex_match(*line, banner)) << *line;
+        else if (line->front() == '#')
+            EXPECT_TRUE(line->back() == '\\' && (GetFileAttributesA(line->c_str() + 1) & FILE_ATTRIBUTE_DIRECTORY)) << *line;
+        else
+            EXPECT_TRUE(inProduct) << *line;
+    }
+    for (const auto& [path, content] : placed) {
+        EXPECT_EQ(std::count(log.begin(), log.end(), path), 1) << path;
+        EXPECT_EQ(std::count(log.begin(), log.end(), "#" + path.substr(0, path.find_last_of('\\') + 1)), 1) << path;
+    }
 }
 
-TEST_F(InstallRuns, UpdateBacksUpAndAppends)
+// An update saves a settings file named by a backup record and the product's own settings files
+// into its time-stamped backup folder before it replaces anything. Refused then: an update older
+// than the installation, and one over an installation recorded before the oldest date this
+// program can update; exactly that date is accepted.
+TEST_F(WholeRun, UpdateBacksUpWhatItReplacesAndRefusesSomeDates)
 {
     ASSERT_EQ(install(build(samplePackage("2022-11-29"))), 0u);
-    // Changes an update must not undo, and a settings file the user edited.
-    HKEY key;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kAppPath, 0, KEY_WRITE, &key), ERROR_SUCCESS);
-    RegSetValueExA(key, "", 0, REG_SZ, reinterpret_cast<const BYTE*>("kept"), 5);
-    RegCloseKey(key);
     std::ofstream(folders_.documents + "Settings\\hovistrel.ini", std::ios::binary) << "[edited by the user]";
-
-    ASSERT_EQ(install(build(samplePackage("2022-12-24"))), 0u);
+    std::ofstream(folders_.commonData + "hovistrelallusers.ini", std::ios::binary) << "[all users]";
+    const std::string dist = build(samplePackage("2022-12-24"));
+    ASSERT_EQ(install(dist), 0u);
     EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "main program 2022-12-24");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kAppPath, "", "kept");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kProductKey, "CompileDate", "2022-12-24");
-
-    // The edited settings file was saved into this run's time-stamped backup folder first.
     WIN32_FIND_DATAA found;
     HANDLE search = FindFirstFileA((folders_.commonData + "Backups\\*-*").c_str(), &found);
     ASSERT_NE(search, INVALID_HANDLE_VALUE);
     FindClose(search);
-    EXPECT_TRUE(std::regex_match(found.cFileName, std::regex("\\d{4}-\\d\\d-\\d\\d \\d{9}"))) << found.cFileName;
+    EXPECT_TRUE(std::regex_match(found.cFileName, std::regex(R"(\d{4}-\d\d-\d\d \d{9})"))) << found.cFileName;
     const std::string backup = folders_.commonData + "Backups\\" + found.cFileName + "\\";
     EXPECT_EQ(readFile(backup + "Settings\\hovistrel.ini"), "[edited by the user]");
+    EXPECT_EQ(readFile(backup + "AllUsers\\hovistrelallusers.ini"), "[all users]");
+    const std::string log = readFile(folders_.commonData + "hosetup.log"), update = "\r\n***** Vistrel update installation: ";
+    for (const std::string& text : {update + "Creating backup directories", update + "Backing up files",
+                                    update + "Backing up Vistrel INI files", update + "Copying files",
+                                    backup + "Settings\\hovistrel.ini\r\n", backup + "AllUsers\\hovistrelallusers.ini\r\n"})
+        EXPECT_NE(log.find(text), std::string::npos) << text;
 
-    const std::string log = readFile(folders_.commonData + "hosetup.log");
-    EXPECT_NE(log.find("***** Vistrel standard installation: Copying files"), std::string::npos);
-    EXPECT_NE(log.find("***** Vistrel update installation: Creating backup directories"), std::string::npos);
-    EXPECT_NE(log.find("***** Vistrel update installation: Backing up files"), std::string::npos);
-    EXPECT_NE(log.find("***** Vistrel update installation: Copying files"), std::string::npos);
-    EXPECT_NE(log.find(backup + "Settings\\hovistrel.ini\r\n"), std::string::npos);
-}
-
-TEST_F(InstallRuns, RefusedDowngradeAndTooOldInstallation)
-{
-    ASSERT_EQ(install(build(samplePackage("2022-11-29"))), 0u);
-    const std::string older = build(samplePackage("2022-11-28"));
-    std::ofstream(folders_.install + "hovistrel.exe", std::ios::binary) << "untouched";
-    EXPECT_EQ(install(older), 2u);
-    EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "untouched");
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kProductKey, "CompileDate", "2022-11-29");
-
-    // An installation recorded before the oldest date this program can update is refused too,
-    // and exactly that date is accepted.
-    const std::string package = build(samplePackage("2023-01-01"));
-    HKEY key;
-    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kProductKey, 0, KEY_WRITE, &key), ERROR_SUCCESS);
-    RegSetValueExA(key, "CompileDate", 0, REG_SZ, reinterpret_cast<const BYTE*>("2003-03-31"), 11);
-    RegCloseKey(key);
-    EXPECT_EQ(install(package), 2u);
-    ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, kProductKey, 0, KEY_WRITE, &key), ERROR_SUCCESS);
-    RegSetValueExA(key, "CompileDate", 0, REG_SZ, reinterpret_cast<const BYTE*>("2003-04-01"), 11);
-    RegCloseKey(key);
-    EXPECT_EQ(install(package), 0u);
-}
-
-TEST_F(InstallRuns, PerUserInstallationWithoutShortcuts)
-{
-    Package package = samplePackage();
-    package.shortcuts.clear();
-    ASSERT_EQ(install(build(package), "-S -U"), 0u);
-    const DefaultFolders user = defaultFolders(true);
-    EXPECT_EQ(readFile(user.documents + "Drawings\\hovistrel.hod"), "LINE 0 0 10 10");
-    EXPECT_REG_DWORD(HKEY_LOCAL_MACHINE, kProductKey, "UserMode", 1);
-    // No shortcut records: the shortcut step is not entered, so no group and no desktop link.
-    EXPECT_FALSE(fileExists(user.programs + "Vistrel Test\\"));
-    EXPECT_FALSE(fileExists(user.desktop + "Vistrel Test.lnk"));
-}
-
-TEST_F(InstallRuns, SilentRunWithAFailingUnpackerEndsInSeconds)
-{
-    const std::string dist = build(samplePackage());
-    // Record 5 (after record 0 and the four program files) is the packed hovistrel.exe.
-    std::ofstream(dist + "_000050_", std::ios::binary) << "not an archive";
-    const DWORD start = GetTickCount();
-    EXPECT_EQ(install(dist), 2u);
-    EXPECT_LT(GetTickCount() - start, 60000u);
-    EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
-}
-
-TEST_F(InstallRuns, StandardRunOverAnInstalledProgramAsksOnce)
-{
-    CreateDirectoryA((shellFolder(CSIDL_PROGRAM_FILES) + "Harwick-Orbel").c_str(), nullptr);
-    CreateDirectoryA(folders_.install.c_str(), nullptr);
-    std::ofstream(folders_.install + "hosetup.exe", std::ios::binary) << "an old copy";
-    const std::string dist = build(samplePackage());
-    ChildProcess child;
-    ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child));
-    passPage(child, "welcome");
-    HWND start = waitForDialog(ofChild(dialogWith(370, 570, 22), child), kStepTimeout);
-    ASSERT_NE(start, nullptr);
-    clickButton(start, 570);
-    HWND question = nextAlert(child);
-    ASSERT_NE(question, nullptr);
-    clickButton(question, 572);                  // the second button: cancel
-    EXPECT_EQ(waitForExit(&child, kRunTimeout), 2u);
-    EXPECT_EQ(readFile(folders_.install + "hosetup.exe"), "an old copy");
-}
-
-// Leaving the first page ends the run as "left at the start" (1); leaving the start page that
-// the installation shows afterwards stops the installation, a failed run (2).
-TEST_F(InstallRuns, LeavingTheWelcomeOrTheStartPageEndsWithItsOwnCode)
-{
-    const std::string dist = build(samplePackage());
-    for (int pagesPassed : {0, 1}) {
-        ChildProcess child;
-        ASSERT_TRUE(startProcess("\"" + dist + "hosetup.exe\"", &child));
-        if (pagesPassed > 0)
-            passPage(child, "welcome");
-        HWND left = waitForDialog(ofChild(dialogWith(370, 570, 22), child), kStepTimeout);
-        ASSERT_NE(left, nullptr);
-        pressEscape(left);
-        HWND question = nextAlert(child);
-        ASSERT_NE(question, nullptr);
-        clickButton(question, 571);   // Yes, leave
-        EXPECT_EQ(waitForExit(&child, kRunTimeout), pagesPassed == 0 ? 1u : 2u) << pagesPassed;
-        EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
+    for (const auto& [recorded, exitCode] : {std::pair{"2022-12-25", 2u}, {"2003-03-31", 2u}, {"2003-04-01", 0u}}) {
+        SCOPED_TRACE(recorded);
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, kProductKey, "CompileDate", REG_SZ, recorded, 11);
+        std::ofstream(folders_.install + "hovistrel.exe", std::ios::binary) << "untouched";
+        EXPECT_EQ(install(dist), exitCode);
+        EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kProductKey, "CompileDate", exitCode ? recorded : "2022-12-24");
+        EXPECT_TRUE(exitCode == 0 || readFile(folders_.install + "hovistrel.exe") == "untouched");
     }
 }
 
-// A copy of the program started from a temporary place with -A reads the package from the
-// named folder and, when its window closes, has its own files deleted at the next restart.
-TEST_F(InstallRuns, ACopyStartedWithASourceFolderRemovesItselfAtRestart)
+// Leaving the welcome page ends the run as "left at the start" (1), leaving the start page stops
+// the installation (2); the program's own file in the installation folder without a recorded
+// installation is asked about after the start page, and cancel leaves it as it was (2).
+TEST_F(WholeRun, EndingBeforeTheInstallationStarts)
 {
     const std::string dist = build(samplePackage());
-    const std::string runner = work_ + "runner\\";
-    ASSERT_TRUE(CreateDirectoryA(runner.c_str(), nullptr));
-    for (const char* own : {"hosetup.exe", "holang.dll", "hosetup.chm", "hounzip.exe"})
-        ASSERT_TRUE(copyFileTo(dist + own, runner + own)) << own;
-    const std::string source = dist.substr(0, dist.size() - 1);   // the program adds the backslash
-    ASSERT_EQ(source.find(' '), std::string::npos) << "the option below is not quoted";
+    SHCreateDirectoryExA(nullptr, folders_.install.c_str(), nullptr);
+    std::ofstream(folders_.install + "hosetup.exe", std::ios::binary) << "an old copy";
+    for (const auto& [pagesPassed, button, exitCode] :   // the question after Escape: leave; or cancel
+         {std::tuple{0, IDC_ALERT_BUTTON1, 1u}, {1, IDC_ALERT_BUTTON1, 2u}, {2, IDC_ALERT_BUTTON2, 2u}}) {
+        SCOPED_TRACE(pagesPassed);
+        SetupChild run("\"" + dist + "hosetup.exe\"");
+        ASSERT_TRUE(run.passPages(pagesPassed));
+        if (pagesPassed < 2)
+            pressEscape(run.page());
+        ASSERT_TRUE(run.press(run.alert(), button));
+        EXPECT_EQ(run.exitCode(), exitCode);
+        EXPECT_EQ(readFile(folders_.install + "hosetup.exe"), "an old copy");
+    }
+}
 
-    EXPECT_EQ(runProcess("\"" + runner + "hosetup.exe\" -S -A" + source, kRunTimeout), 0u);
-    EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "main program 2022-11-29");
-    std::vector<std::string> expected;
-    for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.gid", "hosetup.exe", "hosetup.log", "hounzip.exe"})
-        expected.push_back(lowerCase(runner + own));
-    EXPECT_EQ(pendingDeletions(), expected);
+// The unpacker's failure is reported, then retry, skip or cancel is asked: retry tries again (the
+// member mended meanwhile), skip leaves the file out and goes on, cancel stops the run (2). A silent
+// run (button 0) tries a few times and then stops within seconds.
+TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
+{
+    // Record 7 (after record 0, the four program files, the program and its icons) is the library.
+    const std::string dist = build(samplePackage()), member = dist + "_000070_";
+    const std::string library = folders_.documents + "Libraries\\Standard\\standard.hol";
+    ASSERT_TRUE(copyFileTo(member, work_ + "library.zip"));
+    for (const auto& [button, exitCode] :
+         {std::pair{IDC_ALERT_BUTTON1, 0u}, {IDC_ALERT_BUTTON2, 0u}, {IDC_ALERT_BUTTON3, 2u}, {0, 2u}}) {
+        SCOPED_TRACE(button);
+        removeProductTraces();
+        std::ofstream(member, std::ios::binary) << "not an archive";
+        const DWORD start = GetTickCount();
+        if (button == 0) {
+            EXPECT_EQ(install(dist), exitCode);
+            EXPECT_LT(GetTickCount() - start, 60000u);
+        } else {
+            SetupChild run("\"" + dist + "hosetup.exe\"");
+            ASSERT_TRUE(run.passPages(2));
+            const std::string report = run.alertText();   // names the archive as the unpacker got it
+            EXPECT_TRUE(report.find("HOUNZIP (") != std::string::npos && report.find("_000070_.") != std::string::npos) << report;
+            ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+            EXPECT_EQ(run.alertText(), eAlertErrorText[14]);
+            ASSERT_TRUE(button != IDC_ALERT_BUTTON1 || copyFileTo(work_ + "library.zip", member));
+            ASSERT_TRUE(run.press(run.alert(), button));
+            ASSERT_TRUE(exitCode != 0 || run.passPages(1));   // the finish page
+            EXPECT_EQ(run.exitCode(), exitCode);
+        }
+        EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "main program 2022-11-29");   // before the library
+        EXPECT_EQ(fileExists(library), button == IDC_ALERT_BUTTON1);
+        EXPECT_EQ(fileExists(folders_.documents + "Settings\\hovistrel.ini"), exitCode == 0);   // after it
+        const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
+        EXPECT_EQ(std::count(log.begin(), log.end(), library), button == IDC_ALERT_BUTTON1 ? 1 : 0);   // not a file left out
+    }
+}
+
+// The progress window's cancel is asked about at the next report of each pacing loop, while the
+// loop still runs: No goes on, Yes ends the run (2) where it stands. The loops as bar positions
+// (0 to 10000), the first surely inside, the last no other report shares: stage 0 (0 to 1000)
+// reports 20 to 39 percent, then 40 to 100; stage 2 (7000 to 8000) 0 to 100 in steps of 2.
+TEST_F(WholeRun, ACancelInEachPacingLoopIsAskedAbout)
+{
+    SetupChild run("\"" + build(samplePackage()) + "hosetup.exe\"");
+    ASSERT_TRUE(run.passPages(2));
+    HWND progress = run.progress();
+    // The child answers only while it pumps its messages, as it does at every report.
+    auto position = [progress] {
+        DWORD_PTR at = 0;
+        SendMessageTimeoutA(GetDlgItem(progress, IDC_PROGRESS_BAR), PBM_GETPOS, 0, 0, SMTO_NORMAL, 10000, &at);
+        return static_cast<int>(at);
+    };
+    for (const auto& [first, last, button] :
+         {std::tuple{200, 390, IDC_ALERT_BUTTON2}, {400, 990, IDC_ALERT_BUTTON2}, {7020, 7980, IDC_ALERT_BUTTON1}}) {
+        SCOPED_TRACE(first);
+        for (const DWORD start = GetTickCount(); position() < first && GetTickCount() - start < kRunTimeout;)
+            Sleep(5);
+        clickButton(progress, IDCANCEL);
+        EXPECT_EQ(run.alertText(), eMessageText[2]);
+        EXPECT_TRUE(position() >= first && position() <= last) << position();
+        ASSERT_TRUE(run.press(run.alert(), button));
+    }
+    EXPECT_EQ(run.exitCode(), 2u);
+    EXPECT_TRUE(fileExists(folders_.install + "hovistrel.exe"));   // stopped after the files, before the links
+    EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
 }
 
 } // namespace

@@ -1,174 +1,114 @@
-// Whole removals: the sample product installed by the real hosetup.exe, then removed by the
-// command its uninstall entry names, and the machine checked afterwards.
-#include "../install_runs/install_runs.h"
+// Whole removals: the sample product installed by the real hosetup.exe, then removed by the command
+// its uninstall entry names, and the machine checked afterwards.
+#include "setup_run.h"
 
 #include "holang.h"
 
+#include <fstream>
+
 namespace {
 
-constexpr char kNeighbourEntry[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\HoNeighbour";
+constexpr char kNeighbour[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\HoNeighbour";
 
-std::string withoutBackslash(std::string folder)
-{
-    if (!folder.empty() && folder.back() == '\\')
-        folder.pop_back();
-    return folder;
-}
-
-class RemoveRuns : public InstallRuns {
-protected:
-    void TearDown() override
-    {
-        deleteRegTree(HKEY_LOCAL_MACHINE, kNeighbourEntry);
-        DeleteFileA((folders_.desktop + "Vistrel 2021.lnk").c_str());
-        removeTree(folders_.programs + "Vistrel 2021\\");
-        InstallRuns::TearDown();
-    }
-
-    std::string uninstallCommand() { return readRegString(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString"); }
-};
-
-TEST_F(RemoveRuns, SilentRemovalTakesTheProductAndKeepsTheUsersDrawing)
+TEST_F(WholeRun, SilentRemovalTakesWhatTheLogNamesAndKeepsTheUsersDrawing)
 {
     ASSERT_EQ(install(build(samplePackage())), 0u);
-    const std::string& install = folders_.install;
-    const std::string documents = folders_.documents;
-    std::ofstream(documents + "Drawings\\mine.hod", std::ios::binary) << "LINE 1 1 2 2";
-    // Another program's uninstall entry, and links an earlier release left behind.
-    HKEY neighbour;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kNeighbourEntry, 0, nullptr, 0, KEY_WRITE, nullptr, &neighbour,
-                              nullptr), ERROR_SUCCESS);
-    RegSetValueExA(neighbour, "DisplayName", 0, REG_SZ, reinterpret_cast<const BYTE*>("Neighbour"), 10);
-    RegCloseKey(neighbour);
-    std::ofstream(folders_.desktop + "Vistrel 2021.lnk", std::ios::binary) << "old link";
+    const std::string &program = folders_.install, drawings = folders_.documents + "Drawings\\";
+    std::ofstream(drawings + "mine.hod", std::ios::binary) << "LINE 1 1 2 2";
+    RegSetKeyValueA(HKEY_LOCAL_MACHINE, kNeighbour, "DisplayName", REG_SZ, "Neighbour", 10);
+    // Links an earlier release left behind.
     CreateDirectoryA((folders_.programs + "Vistrel 2021").c_str(), nullptr);
-    std::ofstream(folders_.programs + "Vistrel 2021\\Vistrel.lnk", std::ios::binary) << "old link";
-    const std::string command = uninstallCommand();
-    ASSERT_FALSE(command.empty());
+    for (const std::string& link : {folders_.desktop + "Vistrel 2021.lnk", folders_.programs + "Vistrel 2021\\Vistrel.lnk"})
+        std::ofstream(link, std::ios::binary) << "old link";
+    const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
+    ASSERT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 0u);
 
-    ASSERT_EQ(runProcess(command + " -S", kRunTimeout), 0u);
+    // Every logged file and folder is gone, but for the running program and its language module in
+    // their folders, and the folders that hold the user's drawing.
+    for (const std::string& line : log) {
+        const std::string path = line.substr(line.find('#') == 0 ? 1 : 0);
+        const bool stays = program.find(path) == 0 || drawings.find(path) == 0 || path == program + "hosetup.exe" ||
+                           path == program + "holang.dll";
+        EXPECT_TRUE(line.empty() || line.front() == '*' || fileExists(path) == stays) << path;
+    }
+    EXPECT_EQ(readFile(drawings + "mine.hod"), "LINE 1 1 2 2");
+    EXPECT_FALSE(fileExists(folders_.commonData));   // the log and its folder
+    // The restart deletes the rest, in order, the help file too in case a viewer held it.
+    std::string at = program;
+    CharLowerA(&at[0]);
+    EXPECT_EQ(pendingDeletions(), (std::vector<std::string>{at + "holang.dll", at + "hosetup.chm", at + "hosetup.gid",
+                                   at + "hosetup.exe", at.substr(0, at.size() - 1), at.substr(0, at.find_last_of('\\', at.size() - 2))}));
 
-    for (const char* file : {"hovistrel.exe", "hovistrellib.dll", "hosetup.dat", "hounzip.exe", "hosetup.chm", "Help\\"})
-        EXPECT_FALSE(fileExists(install + file)) << file;
-    // The running program and its language module stay until the next restart; the list of
-    // restart deletions names the help file too, in case a viewer held it open.
-    for (const char* file : {"hosetup.exe", "holang.dll"})
-        EXPECT_TRUE(fileExists(install + file)) << file;
-    const std::string parent = install.substr(0, install.find_last_of('\\', install.size() - 2) + 1);
-    const std::vector<std::string> expected = {
-        lowerCase(install + "holang.dll"), lowerCase(install + "hosetup.chm"), lowerCase(install + "hosetup.gid"),
-        lowerCase(install + "hosetup.exe"), lowerCase(withoutBackslash(install)), lowerCase(withoutBackslash(parent))};
-    EXPECT_EQ(pendingDeletions(), expected);
-
-    EXPECT_FALSE(fileExists(folders_.commonData));   // the log, the data and their folder
-    EXPECT_EQ(readFile(documents + "Drawings\\mine.hod"), "LINE 1 1 2 2");
-    EXPECT_FALSE(fileExists(documents + "Drawings\\hovistrel.hod"));
-    EXPECT_FALSE(fileExists(documents + "Settings\\"));
-    EXPECT_FALSE(fileExists(documents + "Libraries\\"));
-
-    EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, kProductKey);
-    EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, kAppPath);
-    EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, kUninstall);
-    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kNeighbourEntry, "DisplayName", "Neighbour");
-    EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, "Software\\Harwick-Orbel");   // nothing else of the maker
-    EXPECT_NO_REG_KEY(HKEY_CLASSES_ROOT, "HOVISTREL");
+    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kNeighbour, "DisplayName", "Neighbour");
+    for (const char* key : {"Software\\Harwick-Orbel", kAppPath, kUninstall})
+        EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, key);
     EXPECT_NO_REG_KEY(HKEY_CLASSES_ROOT, ".HOD");
-    EXPECT_REG_KEY(HKEY_CLASSES_ROOT, "HOVISTRELLIB");   // the library type stays registered
-
-    EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
-    EXPECT_FALSE(fileExists(folders_.programs + "Vistrel Test\\"));
-    EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel 2021.lnk"));
-    EXPECT_FALSE(fileExists(folders_.programs + "Vistrel 2021\\"));
+    for (const std::string& link : {folders_.desktop + "Vistrel Test.lnk", folders_.desktop + "Vistrel 2021.lnk",
+                                    folders_.programs + "Vistrel Test", folders_.programs + "Vistrel 2021"})
+        EXPECT_FALSE(fileExists(link)) << link;
 }
 
-TEST_F(RemoveRuns, SilentRemovalWithoutARecordedInstallationChangesNothing)
+// Without its log, or without a recorded installation (silent, or told in an interactive run), the
+// removal stops (2) before anything is deleted; a silent one waits for nobody.
+TEST_F(WholeRun, RemovalWithoutItsLogOrARecordedInstallationDeletesNothing)
 {
     ASSERT_EQ(install(build(samplePackage())), 0u);
-    const std::string command = uninstallCommand();
-    deleteRegTree(HKEY_LOCAL_MACHINE, kProductKey);
-
-    const DWORD start = GetTickCount();
+    const std::string command = uninstallCommand(), log = folders_.commonData + "hosetup.log";
+    ASSERT_TRUE(MoveFileA(log.c_str(), (log + ".aside").c_str()));
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
-    EXPECT_LT(GetTickCount() - start, 30000u);   // no message waits for anyone
-    EXPECT_TRUE(fileExists(folders_.install + "hovistrel.exe"));
-    EXPECT_TRUE(fileExists(folders_.commonData + "hosetup.log"));
-    EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kUninstall);
-}
-
-TEST_F(RemoveRuns, InteractiveRemovalThroughItsPages)
-{
-    ASSERT_EQ(install(build(samplePackage())), 0u);
-    ChildProcess child;
-    ASSERT_TRUE(startProcess(uninstallCommand(), &child));
-    for (const char* name : {"welcome", "start", "finish"})
-        passPage(child, name);
-    EXPECT_EQ(waitForExit(&child, kRunTimeout), 0u);
-    EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
-    EXPECT_NO_REG_KEY(HKEY_LOCAL_MACHINE, kUninstall);
-}
-
-TEST_F(RemoveRuns, CancelConfirmedWhileTheLinksGoEndsWithoutTheFinishPage)
-{
-    ASSERT_EQ(install(build(samplePackage())), 0u);
-    ChildProcess child;
-    ASSERT_TRUE(startProcess(uninstallCommand(), &child));
-    passPage(child, "welcome");
-    passPage(child, "start");
-    HWND progress = waitForDialog(ofChild(dialogWith(370, 720), child), kStepTimeout);
-    ASSERT_NE(progress, nullptr);
-    // The last stage runs about two seconds: cancel as soon as its text shows.
-    const DWORD start = GetTickCount();
-    while (controlText(progress, 370) != eMessageText[25] && GetTickCount() - start < 60000)
-        Sleep(20);
-    ASSERT_EQ(controlText(progress, 370), eMessageText[25]);
-    clickButton(progress, IDCANCEL);
-    HWND question = nextAlert(child);
-    ASSERT_NE(question, nullptr);
-    EXPECT_EQ(controlText(question, 720), eMessageText[17]);
-    clickButton(question, 571);                        // Yes: stop the removal
-    EXPECT_EQ(waitForExit(&child, kRunTimeout), 2u);   // no finish page waited for a click
-    EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
-    EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
-    EXPECT_EQ(pendingDeletions().size(), 6u);
-}
-
-TEST_F(RemoveRuns, WithoutARecordedInstallationThePersonIsTold)
-{
-    ASSERT_EQ(install(build(samplePackage())), 0u);
-    const std::string command = uninstallCommand();
+    ASSERT_TRUE(MoveFileA((log + ".aside").c_str(), log.c_str()));
     deleteRegTree(HKEY_LOCAL_MACHINE, kProductKey);
-    ChildProcess child;
-    ASSERT_TRUE(startProcess(command, &child));
-    passPage(child, "welcome");
-    HWND alert = nextAlert(child);
-    ASSERT_NE(alert, nullptr);
-    EXPECT_EQ(controlText(alert, 720), eMessageText[9]);
-    clickButton(alert, 571);
-    EXPECT_EQ(waitForExit(&child, kRunTimeout), 2u);
-    EXPECT_TRUE(fileExists(folders_.install + "hovistrel.exe"));
-}
-
-TEST_F(RemoveRuns, AMissingLogStopsTheRemovalBeforeAnythingIsDeleted)
-{
-    ASSERT_EQ(install(build(samplePackage())), 0u);
-    ASSERT_TRUE(DeleteFileA((folders_.commonData + "hosetup.log").c_str()));
-    EXPECT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 2u);
-    EXPECT_TRUE(fileExists(folders_.install + "hovistrel.exe"));
-    EXPECT_TRUE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
+    EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
+    SetupChild run(command);
+    ASSERT_TRUE(run.passPages(1));
+    EXPECT_EQ(run.alertText(), eMessageText[9]);
+    ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+    EXPECT_EQ(run.exitCode(), 2u);
+    for (const std::string& path : {folders_.install + "hovistrel.exe", folders_.desktop + "Vistrel Test.lnk", log})
+        EXPECT_TRUE(fileExists(path)) << path;
     EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kUninstall);
 }
 
-TEST_F(RemoveRuns, PerUserRemovalLeavesTheAllUsersLinks)
+// An interactive removal through its pages ends at the finish page (0); a cancel confirmed while
+// its last stage removes the links ends it without (2), the restart deletions made.
+TEST_F(WholeRun, InteractiveRemovalAndACancelInItsLastStage)
+{
+    const std::string dist = build(samplePackage());
+    for (bool cancel : {false, true}) {
+        SCOPED_TRACE(cancel);
+        removeProductTraces();
+        ASSERT_EQ(install(dist), 0u);
+        SetupChild run(uninstallCommand());
+        ASSERT_TRUE(run.passPages(2));
+        if (cancel) {
+            HWND progress = run.progress();
+            for (const DWORD start = GetTickCount();
+                 controlText(progress, IDC_MAIN_TEXT) != eMessageText[25] && GetTickCount() - start < kStepTimeout;)
+                Sleep(20);
+            clickButton(progress, IDCANCEL);
+            EXPECT_EQ(run.alertText(), eMessageText[17]);
+            ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+        }
+        ASSERT_TRUE(cancel || run.passPages(1));
+        EXPECT_EQ(run.exitCode(), cancel ? 2u : 0u);
+        EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
+        EXPECT_EQ(pendingDeletions().size(), 6u);
+    }
+}
+
+// A per-user installation puts the documents and links into the user's folders; its removal takes
+// them and leaves an all-users link of the same name.
+TEST_F(WholeRun, PerUserInstallationAndRemoval)
 {
     const DefaultFolders user = defaultFolders(true);
     ASSERT_EQ(install(build(samplePackage()), "-S -U"), 0u);
-    ASSERT_TRUE(fileExists(user.desktop + "Vistrel Test.lnk"));
+    EXPECT_EQ(readFile(user.documents + "Drawings\\hovistrel.hod"), "LINE 0 0 10 10");
+    EXPECT_NE(readFile(user.desktop + "Vistrel Test.lnk").find(user.programs + "Vistrel Test\\"), std::string::npos);
     std::ofstream(folders_.desktop + "Vistrel Test.lnk", std::ios::binary) << "all users' link";
     EXPECT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 0u);
-    EXPECT_FALSE(fileExists(user.desktop + "Vistrel Test.lnk"));
-    EXPECT_FALSE(fileExists(user.programs + "Vistrel Test\\"));
+    for (const std::string& path : {user.desktop + "Vistrel Test.lnk", user.programs + "Vistrel Test", user.documents})
+        EXPECT_FALSE(fileExists(path)) << path;
     EXPECT_EQ(readFile(folders_.desktop + "Vistrel Test.lnk"), "all users' link");
-    EXPECT_FALSE(fileExists(user.documents + "Settings\\"));
 }
 
 } // namespace
