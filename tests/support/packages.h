@@ -27,7 +27,6 @@ struct Package {
 
 // ---- functions ------------------------------------------------------------------------------
 
-// tests/support/packages.cpp
 // Writes the description and files below `work` and builds the distribution into `dist`
 // (hopack.exe and the program files come from the test's own folder). Returns hopack's exit code.
 DWORD buildPackage(const Package& package, const std::string& work, const std::string& dist);

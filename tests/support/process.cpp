@@ -53,8 +53,7 @@ std::string readFile(const std::string& path)
 
 bool startProcess(const std::string& commandLine, ChildProcess* child)
 {
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
+    STARTUPINFOA startup = {sizeof startup};
     PROCESS_INFORMATION info = {};
     std::string line = commandLine;
     if (!CreateProcessA(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info))

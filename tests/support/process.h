@@ -12,18 +12,11 @@ constexpr DWORD kNoExitCode = 0xFFFFFFFF;   // the process did not end in time (
 
 // ---- types ----------------------------------------------------------------------------------
 
-struct ChildProcess {
-    HANDLE process = nullptr;
-    DWORD id = 0;
-};
-
-struct MessageBoxSeen {
-    std::string caption, text;
-};
+struct ChildProcess { HANDLE process = nullptr; DWORD id = 0; };
+struct MessageBoxSeen { std::string caption, text; };
 
 // ---- functions ------------------------------------------------------------------------------
 
-// tests/support/process.cpp
 std::string testBinFolder();                      // folder of the running test program, with '\'
 std::string makeTempFolder(const char* prefix);   // a new empty folder, with '\'
 void removeTree(const std::string& folder);       // a folder with all it holds, or a file
@@ -34,6 +27,5 @@ bool startProcess(const std::string& commandLine, ChildProcess* child);
 // Waits for the child to end; kills it after timeoutMs and returns kNoExitCode then.
 DWORD waitForExit(ChildProcess* child, DWORD timeoutMs);
 DWORD runProcess(const std::string& commandLine, DWORD timeoutMs);   // start, wait, exit code
-// Waits for a message box (dialog class "#32770") of the process, reads it, and closes it with
-// the given command (IDOK, IDCANCEL, ...). False when none appeared in time.
+// Waits for a message box of the process, reads it, and closes it with `command` (IDOK, ...); false if none came.
 bool answerMessageBox(DWORD processId, DWORD timeoutMs, int command, MessageBoxSeen* seen);

@@ -1,7 +1,6 @@
-// The child-driving helper of the whole-run tests: the real hosetup.exe started as a child, its
-// pages, progress window and alerts answered through the dialog driver (tools/driver) as a person
-// would, its exit code, its log and its restart deletions; the sample product's places; and the
-// fixture that builds distributions and clears the product.
+// The child-driving helper of the whole-run tests: the real hosetup.exe as a child, its pages and
+// alerts answered through the dialog driver (tools/driver), its exit code, log and restart
+// deletions; the sample product and its places; the fixture that builds and clears them.
 #pragma once
 
 #include "dialog_ids.h"
@@ -78,9 +77,8 @@ inline DefaultFolders defaultFolders(bool perUser)
             shellFolder(perUser ? CSIDL_PROGRAMS : CSIDL_COMMON_PROGRAMS)};
 }
 
-// Clears every trace of the product a run may leave: registry entries, the default folders, the
-// links, the pending restart deletions, and what the removal tests add (a neighbour's uninstall
-// entry, an earlier release's links).
+// Clears every trace a run may leave: registry entries, folders, links, restart deletions, and what
+// the removal tests add (a neighbour's uninstall entry, an earlier release's links).
 inline void removeProductTraces()
 {
     const std::string windows = "Software\\Microsoft\\Windows\\CurrentVersion\\";

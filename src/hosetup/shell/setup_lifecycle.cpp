@@ -91,9 +91,6 @@ void resetSetupState()
     g_setup.cancelRequested = 0;
 
     DetectFolders();
-    // Before any page is shown, so that the welcome page can speak of an update. Both sequences
-    // detect again at their start, once the package's compile date is known.
-    DetectEarlierInstallation();
 }
 
 void exitSetup()

@@ -38,7 +38,7 @@ void nameWindowsVersion(unsigned major, unsigned minor, std::uint32_t build, boo
 // the splash picture, cursors, the body font; then resetSetupState. False after a report.
 bool initialiseSetup();
 // Prepares a run: counters and choices to their start values, the temporary folder as the
-// current one, and the detection of the folders and of an earlier installation.
+// current one, and the detection of the folders.
 void resetSetupState();
 // Releases what the run holds: the data file's arrays, the progress window, GDI objects, and the
 // log after its EXITING banner.

@@ -1,12 +1,10 @@
-// Whole installations: distributions built with hopack.exe, installed by the real hosetup.exe
-// under Wine (silently, or driven through its pages and alerts), and checked on the disk, in the
-// registry and in the log.
+// Whole installations: distributions built with hopack.exe, installed by the real hosetup.exe under
+// Wine (silently, or through its pages and alerts), checked on the disk, in the registry and the log.
 #include "setup_run.h"
 
 #include "holang.h"
 
 #include <commctrl.h>
-#include <shlobj.h>
 
 #include <algorithm>
 #include <fstream>
@@ -15,18 +13,19 @@
 namespace {
 
 // Started from a temporary place with -A, a copy of the program reads the package from the named
-// folder and has its own files deleted at the next restart, in order. The package adds 70 folders
-// with a file each and a second file in the first and the last: the directory step remembers 64
-// folders, so the last one is made twice, but logged once.
+// folder and has its own files deleted at restart, in order. 70 folders with a file each, and a second
+// in the first and the last: the directory step remembers 64, so the last is made twice, logged once.
 TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
 {
     Package package = samplePackage();
-    for (int n = 10; n < 80; ++n)
-        package.files.push_back({"parts/" + std::to_string(n), 1, "Part" + std::to_string(n), "part.dat", "part"});
-    for (int n : {10, 79})
-        package.files.push_back({"parts/second" + std::to_string(n), 1, "Part" + std::to_string(n), "second.dat", "second"});
-    const std::string dist = build(package), runner = work_ + "runner\\", &program = folders_.install;
-    ASSERT_TRUE(CreateDirectoryA(runner.c_str(), nullptr));
+    const std::string &runner = work_, &program = folders_.install;
+    std::vector<std::pair<std::string, std::string>> placed;   // path and content
+    for (int i = 0; i < 72; ++i) {   // Part10 to Part79, then a second file in the first and the last
+        const std::string n = std::to_string(i < 70 ? 10 + i : i == 70 ? 10 : 79), name = i < 70 ? "part.dat" : "second.dat";
+        package.files.push_back({"parts/" + n + name, 1, "Part" + n, name, name});
+        placed.push_back({program + "Part" + n + "\\" + name, name});
+    }
+    const std::string dist = build(package);
     for (const char* own : {"hosetup.exe", "holang.dll", "hosetup.chm", "hounzip.exe"})
         ASSERT_TRUE(copyFileTo(dist + own, runner + own)) << own;
     EXPECT_EQ(runProcess("\"" + runner + "hosetup.exe\" -S -A" + dist.substr(0, dist.size() - 1), kRunTimeout), 0u);
@@ -35,17 +34,13 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
         restart.push_back(CharLowerA(&(runner + own)[0]));
     EXPECT_EQ(pendingDeletions(), restart);
 
-    std::vector<std::pair<std::string, std::string>> placed = {
+    placed.insert(placed.end(), {
         {program + "hovistrel.exe", "main program 2022-11-29"}, {program + "hovistrellib.dll", "icons"},
         {folders_.documents + "Libraries\\Standard\\standard.hol", "library"}, {program + "Help\\hovistrel.chm", "help"},
         {folders_.documents + "Settings\\hovistrel.ini", "[settings]"}, {folders_.commonData + "allusers.dat", "common"},
-        {folders_.documents + "Drawings\\hovistrel.hod", "LINE 0 0 10 10"}, {program + "hosetup.dat", readFile(dist + "_000000_")}};
+        {folders_.documents + "Drawings\\hovistrel.hod", "LINE 0 0 10 10"}, {program + "hosetup.dat", readFile(dist + "_000000_")}});
     for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"})
         placed.push_back({program + own, readFile(dist + own)});
-    for (int n = 10; n < 80; ++n)
-        placed.push_back({program + "Part" + std::to_string(n) + "\\part.dat", "part"});
-    for (int n : {10, 79})
-        placed.push_back({program + "Part" + std::to_string(n) + "\\second.dat", "second"});
     for (const auto& [path, content] : placed)
         EXPECT_EQ(readFile(path), content) << path;
     EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString", "\"" + program + "hosetup.exe\" -x");
@@ -55,9 +50,9 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
     EXPECT_NE(readFile(folders_.programs + "Vistrel Test\\Vistrel.lnk").find(program + "hovistrel.exe"), std::string::npos);
     EXPECT_NE(readFile(folders_.desktop + "Vistrel Test.lnk").find(folders_.programs + "Vistrel Test\\"), std::string::npos);
 
-    // The log: time-stamped "*****" banners from STARTING to EXITING (which ends in a CR LF of its
-    // own), a "#" line for each folder made, and a line for each file installed or made later by
-    // the product, all in the product's folders; each file installed and its folder once.
+    // The log: time-stamped banners from STARTING to EXITING (which ends in a CR LF of its own), "#"
+    // lines for the folders made, lines for the files installed (each and its folder once) or made
+    // later by the product, all in the product's folders.
     const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
     ASSERT_GT(log.size(), 3u);
     const std::regex banner(R"(\*{5} Vistrel standard installation: [^*]+, \d{4}-\d\d-\d\d \d\d:\d\d:\d\d \*{5})");
@@ -80,10 +75,9 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
     }
 }
 
-// An update saves a settings file named by a backup record and the product's own settings files
-// into its time-stamped backup folder before it replaces anything. Refused then: an update older
-// than the installation, and one over an installation recorded before the oldest date this
-// program can update; exactly that date is accepted.
+// An update backs up a settings file named by a backup record and the product's own settings files.
+// Refused then: an update older than the installation, and one over an installation recorded before
+// the oldest date this program can update; exactly that date is accepted.
 TEST_F(WholeRun, UpdateBacksUpWhatItReplacesAndRefusesSomeDates)
 {
     ASSERT_EQ(install(build(samplePackage("2022-11-29"))), 0u);
@@ -92,18 +86,16 @@ TEST_F(WholeRun, UpdateBacksUpWhatItReplacesAndRefusesSomeDates)
     const std::string dist = build(samplePackage("2022-12-24"));
     ASSERT_EQ(install(dist), 0u);
     EXPECT_EQ(readFile(folders_.install + "hovistrel.exe"), "main program 2022-12-24");
-    WIN32_FIND_DATAA found;
-    HANDLE search = FindFirstFileA((folders_.commonData + "Backups\\*-*").c_str(), &found);
-    ASSERT_NE(search, INVALID_HANDLE_VALUE);
-    FindClose(search);
-    EXPECT_TRUE(std::regex_match(found.cFileName, std::regex(R"(\d{4}-\d\d-\d\d \d{9})"))) << found.cFileName;
-    const std::string backup = folders_.commonData + "Backups\\" + found.cFileName + "\\";
+    // The run's backup folder is named by its start to the millisecond; the log names each backup.
+    const std::string log = readFile(folders_.commonData + "hosetup.log"), update = "\r\n***** Vistrel update installation: ";
+    std::smatch stamp;
+    ASSERT_TRUE(std::regex_search(log, stamp, std::regex(R"(\\Backups\\(\d{4}-\d\d-\d\d \d{9})\\Settings\\hovistrel\.ini\r\n)")));
+    const std::string backup = folders_.commonData + "Backups\\" + stamp[1].str() + "\\";
     EXPECT_EQ(readFile(backup + "Settings\\hovistrel.ini"), "[edited by the user]");
     EXPECT_EQ(readFile(backup + "AllUsers\\hovistrelallusers.ini"), "[all users]");
-    const std::string log = readFile(folders_.commonData + "hosetup.log"), update = "\r\n***** Vistrel update installation: ";
     for (const std::string& text : {update + "Creating backup directories", update + "Backing up files",
                                     update + "Backing up Vistrel INI files", update + "Copying files",
-                                    backup + "Settings\\hovistrel.ini\r\n", backup + "AllUsers\\hovistrelallusers.ini\r\n"})
+                                    "\r\n" + backup + "AllUsers\\hovistrelallusers.ini\r\n"})
         EXPECT_NE(log.find(text), std::string::npos) << text;
 
     for (const auto& [recorded, exitCode] : {std::pair{"2022-12-25", 2u}, {"2003-03-31", 2u}, {"2003-04-01", 0u}}) {
@@ -116,9 +108,8 @@ TEST_F(WholeRun, UpdateBacksUpWhatItReplacesAndRefusesSomeDates)
     }
 }
 
-// Leaving the welcome page ends the run as "left at the start" (1), leaving the start page stops
-// the installation (2); the program's own file in the installation folder without a recorded
-// installation is asked about after the start page, and cancel leaves it as it was (2).
+// Leaving the welcome page ends the run as "left at the start" (1), leaving the start page fails it (2);
+// the program's own file there without a recorded installation is asked about, and cancel fails it (2).
 TEST_F(WholeRun, EndingBeforeTheInstallationStarts)
 {
     const std::string dist = build(samplePackage());
@@ -137,9 +128,8 @@ TEST_F(WholeRun, EndingBeforeTheInstallationStarts)
     }
 }
 
-// The unpacker's failure is reported, then retry, skip or cancel is asked: retry tries again (the
-// member mended meanwhile), skip leaves the file out and goes on, cancel stops the run (2). A silent
-// run (button 0) tries a few times and then stops within seconds.
+// The unpacker's failure is reported, then retry (the member mended meanwhile), skip (the file left
+// out) or cancel (the run stops: 2) is asked; a silent run (button 0) tries a few times, then stops.
 TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
 {
     // Record 7 (after record 0, the four program files, the program and its icons) is the library.
@@ -158,8 +148,8 @@ TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
         } else {
             SetupChild run("\"" + dist + "hosetup.exe\"");
             ASSERT_TRUE(run.passPages(2));
-            const std::string report = run.alertText();   // names the archive as the unpacker got it
-            EXPECT_TRUE(report.find("HOUNZIP (") != std::string::npos && report.find("_000070_.") != std::string::npos) << report;
+            // The report names the archive as the unpacker got it.
+            EXPECT_TRUE(std::regex_search(run.alertText(), std::regex(R"(HOUNZIP \(.*_000070_\.)")));
             ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
             EXPECT_EQ(run.alertText(), eAlertErrorText[14]);
             ASSERT_TRUE(button != IDC_ALERT_BUTTON1 || copyFileTo(work_ + "library.zip", member));
@@ -175,10 +165,10 @@ TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
     }
 }
 
-// The progress window's cancel is asked about at the next report of each pacing loop, while the
-// loop still runs: No goes on, Yes ends the run (2) where it stands. The loops as bar positions
-// (0 to 10000), the first surely inside, the last no other report shares: stage 0 (0 to 1000)
-// reports 20 to 39 percent, then 40 to 100; stage 2 (7000 to 8000) 0 to 100 in steps of 2.
+// A cancel is asked about at the next report of each pacing loop, while it still runs: No goes on, Yes
+// ends the run (2). Loops as bar positions (0 to 10000), the first surely inside, the last no other
+// report shares: stage 0 (0 to 1000) reports 20 to 39 percent, then 40 to 100; stage 2 (7000 to 8000)
+// 0 to 100 in steps of 2.
 TEST_F(WholeRun, ACancelInEachPacingLoopIsAskedAbout)
 {
     SetupChild run("\"" + build(samplePackage()) + "hosetup.exe\"");
