@@ -31,7 +31,7 @@ void removeTree(const std::string& folder)
     operation.wFunc = FO_DELETE;
     operation.pFrom = from.c_str();
     operation.fFlags = FOF_SILENT | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_NOCONFIRMMKDIR;
-    if (from.size() > 2)
+    if (from.size() > 2)   // never an empty list, which the shell might take as the current folder
         SHFileOperationA(&operation);
 }
 
@@ -53,7 +53,8 @@ std::string readFile(const std::string& path)
 
 bool startProcess(const std::string& commandLine, ChildProcess* child)
 {
-    STARTUPINFOA startup = {sizeof startup};
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
     PROCESS_INFORMATION info = {};
     std::string line = commandLine;
     if (!CreateProcessA(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &info))
@@ -83,9 +84,7 @@ DWORD runProcess(const std::string& commandLine, DWORD timeoutMs)
 
 bool answerMessageBox(DWORD processId, DWORD timeoutMs, int command, MessageBoxSeen* seen)
 {
-    DialogQuery anyDialog;
-    anyDialog.processId = processId;
-    HWND box = waitForDialog(anyDialog, timeoutMs);
+    HWND box = waitForDialog(DialogQuery{processId}, timeoutMs);   // any dialog of the process
     if (!box)
         return false;
     Sleep(200);   // the box may still be filling its controls

@@ -36,7 +36,6 @@ inline void deleteRegTree(HKEY root, const char* key)
     RegDeleteKeyA(root, key);
 }
 
-#define EXPECT_REG_SZ(root, key, name, text) \
-    EXPECT_EQ(regString(root, key, name), std::string(text) + '\0') << (key) << " \"" << (name) << "\""
+#define EXPECT_REG_SZ(root, key, name, text) EXPECT_EQ(regString(root, key, name), std::string(text) + '\0') << (key)
 #define EXPECT_REG_KEY(root, key) EXPECT_TRUE(regKeyExists(root, key)) << (key)
 #define EXPECT_NO_REG_KEY(root, key) EXPECT_FALSE(regKeyExists(root, key)) << (key)

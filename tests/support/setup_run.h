@@ -126,9 +126,7 @@ inline std::vector<std::string> pendingDeletions()
     return sources;
 }
 
-// ---- the fixture ----------------------------------------------------------------------------
-
-// Each test starts and ends on a machine without the product.
+// The fixture (after the functions it uses): each test starts and ends on a machine without the product.
 class WholeRun : public ::testing::Test {
 protected:
     void SetUp() override { removeProductTraces(); }

@@ -32,10 +32,10 @@ TEST_F(WholeRun, SilentRemovalTakesWhatTheLogNamesAndKeepsTheUsersDrawing)
     }
     EXPECT_EQ(readFile(drawings + "mine.hod"), "LINE 1 1 2 2");
     // The restart deletes the rest, in order, the help file too in case a viewer held it.
-    std::string at = program;
-    CharLowerA(&at[0]);
-    EXPECT_EQ(pendingDeletions(), (std::vector<std::string>{at + "holang.dll", at + "hosetup.chm", at + "hosetup.gid",
-                                   at + "hosetup.exe", at.substr(0, at.size() - 1), at.substr(0, at.find_last_of('\\', at.size() - 2))}));
+    const std::string at = CharLowerA(&std::string(program)[0]);
+    const std::vector<std::string> restart = {at + "holang.dll", at + "hosetup.chm", at + "hosetup.gid", at + "hosetup.exe",
+                                              at.substr(0, at.size() - 1), at.substr(0, at.find_last_of('\\', at.size() - 2))};
+    EXPECT_EQ(pendingDeletions(), restart);
 
     EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kNeighbour, "DisplayName", "Neighbour");
     for (const char* key : {"Software\\Harwick-Orbel", kAppPath, kUninstall, "Software\\Classes\\.HOD"})
