@@ -38,15 +38,16 @@ LRESULT onPaint(HWND window)
     return 0;
 }
 
-// True from the start of the run until its own closing request is posted.
-bool g_runUnderWay = false;
+// False until the run has ended and posted its own closing request. The window exists a moment
+// before the run starts, and a close in that moment must not end the program with the cleared
+// state's exit code 0.
+bool g_runEnded = false;
 
 // The run: the first page, then the sequence; the result becomes the exit code. Until the
 // sequence says otherwise the run counts as failed, so a process ended any other way never
 // reports success.
 void runWizard(HWND window)
 {
-    g_runUnderWay = true;
     g_setup.exitCode = kExitFailure;
     SetCursor(g_setup.arrowCursor);
     if (g_setup.optionRemove) {
@@ -64,7 +65,7 @@ void runWizard(HWND window)
     // A log still open here is left to the shutdown, which writes the EXITING banner before it
     // closes the file.
     SetCursor(g_setup.arrowCursor);
-    g_runUnderWay = false;
+    g_runEnded = true;
     PostMessageA(window, WM_CLOSE, 0, 0);
 }
 
@@ -74,7 +75,7 @@ void runWizard(HWND window)
 // a silent run, there is nothing to ask and it is ignored. True when the window may close.
 bool closeRequested()
 {
-    if (!g_runUnderWay)
+    if (g_runEnded)
         return true;
     if (g_setup.progressDialog && IsWindowVisible(g_setup.progressDialog) && !g_setup.optionSilent)
         g_setup.cancelRequested = 1;

@@ -90,7 +90,11 @@ void resetSetupState()
     g_setup.startOption = 1;
     g_setup.cancelRequested = 0;
 
+    // Both detections run before any page shows, so the welcome page can already tell of an
+    // update. The sequences detect the earlier installation again once the data file has given
+    // the package's compile date.
     DetectFolders();
+    DetectEarlierInstallation();
 }
 
 void exitSetup()

@@ -105,6 +105,21 @@ TEST_F(WholeRun, UpdateBacksUpWhatItReplacesAndRefusesSomeDates)
     }
 }
 
+// The welcome page tells of an update only over an installed product.
+TEST_F(WholeRun, TheWelcomePageTellsOfAnUpdateOnlyOverAnInstallation)
+{
+    const std::string dist = build(samplePackage());
+    for (bool installed : {false, true}) {
+        SCOPED_TRACE(installed);
+        ASSERT_TRUE(!installed || install(dist) == 0);
+        SetupChild run("\"" + dist + "hosetup.exe\"");
+        EXPECT_EQ(controlText(run.page(), IDC_MAIN_TEXT).find(eUniTexts[29]) != std::string::npos, installed);
+        pressEscape(run.page());
+        ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+        EXPECT_EQ(run.exitCode(), 1u);
+    }
+}
+
 // Leaving the welcome page ends the run as "left at the start" (1), leaving the start page fails it (2);
 // the program's own file there without a recorded installation is asked about, and cancel fails it (2).
 TEST_F(WholeRun, EndingBeforeTheInstallationStarts)
@@ -189,6 +204,35 @@ TEST_F(WholeRun, ACancelInEachPacingLoopIsAskedAbout)
     EXPECT_EQ(run.exitCode(), 2u);
     EXPECT_TRUE(fileExists(folders_.install + "hovistrel.exe"));   // stopped after the files, before the links
     EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
+}
+
+// Closing the main window (Alt+F4, the taskbar) while the files are copied is the cancel request: the
+// question comes, No lets the installation finish (0), Yes stops it (2). In a silent run it is ignored.
+TEST_F(WholeRun, ClosingTheMainWindowDuringTheCopyAsksToCancel)
+{
+    const std::string dist = build(samplePackage());
+    for (const auto& [options, button, exitCode] :
+         {std::tuple{"", IDC_ALERT_BUTTON2, 0u}, {"", IDC_ALERT_BUTTON1, 2u}, {"-S", 0, 0u}}) {
+        SCOPED_TRACE(button);
+        removeProductTraces();
+        SetupChild run("\"" + dist + "hosetup.exe\" " + options);
+        ASSERT_TRUE(*options || run.passPages(2));
+        HWND main = nullptr;
+        for (const DWORD start = GetTickCount(); !main && GetTickCount() - start < kStepTimeout; Sleep(5)) {
+            DWORD owner = 0;
+            while ((main = FindWindowExA(nullptr, main, "HOSETUP6_MainWClass", nullptr)) &&
+                   (GetWindowThreadProcessId(main, &owner), owner != run.child.id)) {}
+        }
+        ASSERT_TRUE(main && (*options || run.progress()));
+        PostMessageA(main, WM_CLOSE, 0, 0);
+        if (button) {
+            EXPECT_EQ(run.alertText(), eMessageText[2]);
+            ASSERT_TRUE(run.press(run.alert(), button));
+            ASSERT_TRUE(exitCode != 0 || run.passPages(1));   // the finish page
+        }
+        EXPECT_EQ(run.exitCode(), exitCode);
+        EXPECT_EQ(regString(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString").empty(), exitCode != 0);
+    }
 }
 
 } // namespace
