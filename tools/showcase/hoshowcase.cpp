@@ -11,6 +11,7 @@
 // Usage: hoshowcase.exe <output folder>
 // Exit code 0 when every picture was saved.
 #include "dialogs.h"
+#include "install/install.h"
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
@@ -264,9 +265,19 @@ void showAlerts()
 void showReplaceQuery()
 {
     const std::string file = std::string(kLongFolder) + kLongFile;
+    // The dates are written with the language module's own date pattern, as the copy step
+    // writes them, so that each language shows its own month names and order.
+    SYSTEMTIME existingTime = {}, incomingTime = {};
+    existingTime.wYear = 2023, existingTime.wMonth = 6, existingTime.wDay = 14;
+    existingTime.wHour = 9, existingTime.wMinute = 41;
+    incomingTime.wYear = 2022, incomingTime.wMonth = 3, incomingTime.wDay = 2;
+    incomingTime.wHour = 16, incomingTime.wMinute = 5;
+    char existingDate[kTextCapacity], incomingDate[kTextCapacity];
+    FormatDatePattern(existingTime, eUniTexts[19], existingDate, sizeof existingDate);
+    FormatDatePattern(incomingTime, eUniTexts[19], incomingDate, sizeof incomingDate);
     char existing[kMessageCapacity], incoming[kMessageCapacity];
-    HOI_PrintA(existing, sizeof existing, eUniTexts[18], 48213, "June 14, 2023, 09:41");
-    HOI_PrintA(incoming, sizeof incoming, eUniTexts[18], 47960, "March 2, 2022, 16:05");
+    HOI_PrintA(existing, sizeof existing, eUniTexts[18], 48213, existingDate);
+    HOI_PrintA(incoming, sizeof incoming, eUniTexts[18], 47960, incomingDate);
     showAndCapture("replace-query", dialogWith(IDC_EXISTING_TEXT, IDC_NEW_TEXT), IDC_REPLACE_KEEP,
                    [&] { AskReplaceFile(g_setup.mainWindow, file.c_str(), existing, incoming); });
 }
