@@ -18,7 +18,7 @@ set -e
 cd "$(dirname "$0")/.."
 root=$PWD
 out="$root/docs/screenshots"
-windows="install-welcome install-start install-finish remove-welcome remove-start remove-finish
+windows="install-welcome install-start install-finish install-welcome-update install-start-update remove-welcome remove-start remove-finish
 progress-install progress-remove alert-one-button alert-two-buttons alert-three-buttons replace-query"
 
 if [ -n "$HO_BUILD_DIR" ]; then

@@ -246,6 +246,13 @@ void showPages()
     showAndCapture("remove-welcome", page, IDC_CONTINUE, [&] { ShowRemoveWelcomePage(owner); });
     showAndCapture("remove-start", page, IDC_CONTINUE, [&] { ShowRemoveStartPage(owner); });
     showAndCapture("remove-finish", page, IDC_CONTINUE, [&] { ShowRemoveFinishPage(owner); });
+    // The longest texts of the two install pages: an update, for one user.
+    g_setup.updateInstall = 1;
+    g_setup.optionPerUser = 1;
+    showAndCapture("install-welcome-update", page, IDC_CONTINUE, [&] { ShowInstallWelcomePage(owner); });
+    showAndCapture("install-start-update", page, IDC_CONTINUE, [&] { ShowInstallStartPage(owner); });
+    g_setup.updateInstall = 0;
+    g_setup.optionPerUser = 0;
 }
 
 void showAlerts()
