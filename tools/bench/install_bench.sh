@@ -138,41 +138,18 @@ echo "preparing the prefix ..."
 wineserver -w
 wineserver -p
 echo "installing ..."
-python3 - "$work" "$here/scripts/wine-run" "$work/dist/hosetup.exe" "$WINEPREFIX" <<'PY' > "$work/timing.txt"
-import os, re, subprocess, sys, time
-work, wine_run, setup, prefix = sys.argv[1:5]
-log = os.path.join(prefix, "drive_c", "ProgramData", "Harwick-Orbel", "Vistrel (64-bit)", "hosetup.log")
-events = []          # (seconds since the start, line)
-start = time.monotonic()
-process = subprocess.Popen([wine_run, setup, "-S"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-offset, pending = 0, b""
-while True:
-    done = process.poll() is not None
-    now = time.monotonic() - start
-    try:
-        with open(log, "rb") as f:
-            f.seek(offset)
-            data = f.read()
-    except FileNotFoundError:
-        data = b""
-    if data:
-        offset += len(data)
-        pending += data
-        *lines, pending = pending.split(b"\r\n")
-        events += [(now, line.decode("latin-1")) for line in lines]
-    if done:
-        break
-    time.sleep(0.005)
-wall = time.monotonic() - start
-with open(os.path.join(work, "events.txt"), "w") as f:
-    f.writelines(f"{t:.3f}\t{line}\n" for t, line in events)
-copy_start = next((t for t, line in events if "Copying files" in line), None)
-end = next((t for t, line in events if line.endswith("~LibraryCache99~.tmp")), None)
+python3 - "$here/tools/bench" "$work" "$here/scripts/wine-run" "$work/dist/hosetup.exe" "$WINEPREFIX" <<'PY' > "$work/timing.txt"
+import os, sys
+sys.path.insert(0, sys.argv[1])
+from polled_install import PACKAGE_FILE, copy_step_bounds, run_polled
+work, wine_run, setup, prefix = sys.argv[2:6]
+code, wall, events = run_polled(wine_run, setup, prefix, os.path.join(work, "events.txt"))
+copy_start, end = copy_step_bounds(events)
 # The package's files (f0000.txt ...) come after the setup program's own five; the line before the
 # first of them marks where the package's files begin.
-package = [n for n, (t, line) in enumerate(events) if re.search(r"\\f\d{4}\.\w+$", line)]
+package = [n for n, (t, line) in enumerate(events) if PACKAGE_FILE.search(line)]
 own_end = events[package[0] - 1][0] if package else None
-print(process.returncode, f"{wall:.3f}", copy_start, own_end, end)
+print(code, f"{wall:.3f}", copy_start, own_end, end)
 print(" ".join(f"{events[n][0]:.3f}" for n in package))
 PY
 wineserver -k
