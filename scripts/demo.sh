@@ -5,9 +5,10 @@
 #
 # On your display (DISPLAY set) the pages wait for your clicks. Without a display the demo runs
 # under a virtual X server and goes through the pages itself, the way a person would, saving a
-# screenshot of each page in build/demo-shots/. The demo uses its own Wine prefix, build/demo-prefix,
-# made afresh each time by scripts/wine-run, which keeps the prefix's user folders inside it and
-# shows Wine nothing of the machine beyond this checkout.
+# screenshot of each page, and of the progress window while it works, in build/demo-shots/. The
+# demo uses its own Wine prefix, build/demo-prefix, made afresh each time by scripts/wine-run,
+# which keeps the prefix's user folders inside it and shows Wine nothing of the machine beyond
+# this checkout.
 set -e
 cd "$(dirname "$0")/.."
 root=$PWD
@@ -41,9 +42,18 @@ wine_run reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Vistrel /d 1024x768 /
 cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
 
 # Goes through the pages of a run the way a person would: for each named page, wait for it,
-# save a screenshot, press its continue button.
+# save a screenshot, press its continue button. A name ending in "-progress" is the progress window
+# (its bar is control 720): it is only photographed a moment after it shows, while the work goes on.
 drive_pages() {
     for page in "$@"; do
+        case $page in *-progress)
+            if wine_run "$driver" wait-dialog 720 --timeout 120 >/dev/null; then
+                sleep 2
+                import -window root -crop 1024x768+0+0 +repage "$shots/$page.png"
+                echo "  $page window: screenshot build/demo-shots/$page.png"
+            fi
+            continue ;;
+        esac
         if ! wine_run "$driver" wait-dialog 570 --has 22 --timeout 120 >/dev/null; then
             echo "  (no $page page appeared)"
             return
@@ -74,7 +84,7 @@ run_setup() {
 }
 
 echo "== Installing the sample product from build/dist/vistrel-dist"
-run_setup "\"$dist/hosetup.exe\"" install-welcome install-start install-finish
+run_setup "\"$dist/hosetup.exe\"" install-welcome install-start install-progress install-finish
 echo "hosetup.exe ended with exit code $code (0 success, 1 left at the first page, 2 failed)."
 [ "$code" -eq 0 ] || exit "$code"
 
@@ -96,7 +106,7 @@ find "$WINEPREFIX/drive_c" -iname '*.lnk' -ipath '*vistrel*' | sed "s|$WINEPREFI
 echo
 command=$(regvalue "$uninstall_key" UninstallString)
 echo "== Removing with the uninstall entry's command: $command"
-run_setup "$command" remove-welcome remove-start remove-finish
+run_setup "$command" remove-welcome remove-start remove-progress remove-finish
 echo "hosetup.exe ended with exit code $code."
 echo
 echo "== Left in $folder"
