@@ -63,34 +63,16 @@ trap 'wineserver -k 2>/dev/null || true; [ -n "${BENCH_KEEP:-}" ] || rm -rf "$wo
 # generate COUNT FOLDER: the package's files, its description (FOLDER/source/bench.toml) and
 # FOLDER/plan.txt ("files bytes" and then one "name<TAB>folder below the baseline root" per file).
 generate() {
-    python3 - "$1" "$2" <<'PY'
+    python3 - "$here/tools/bench" "$1" "$2" <<'PY'
 import os, random, sys
-count, work = int(sys.argv[1]), sys.argv[2]
+sys.path.insert(0, sys.argv[1])
+from bench_package import FOLDERS, Content, file_name
+count, work = int(sys.argv[2]), sys.argv[3]
 small_n, medium_n, large_n, total = {200: (160, 36, 4, 50 << 20)}.get(count, (count - 100, 90, 10, 160 << 20))
 rng = random.Random(20240601 + count)
-# Identifiers 50, 210, 400 and 500 name folders of their own below the installation folder; 10, 20
-# and 40 get one from the subfolder.
-folders = [(10, "Program\\"), (20, "Data\\"), (40, "Library\\"), (50, ""), (210, ""), (400, ""), (500, "")]
-words = ("line arc circle layer block hatch dimension viewport polyline spline text style "
-         "insert attribute scale rotate mirror offset trim extend fillet chamfer").split()
-text_pool = "".join(f"{rng.choice(words)} {rng.randint(0, 99999)} {rng.choice(words)}={rng.random():.6f}\r\n"
-                    for _ in range(60000)).encode()
+content = Content(rng)
 
-def content(kind, size):
-    if kind == "text":
-        out = bytearray()
-        while len(out) < size:
-            start = rng.randrange(len(text_pool) - 4096)
-            out += text_pool[start:start + rng.randint(512, 4096)]
-        return bytes(out[:size])
-    if kind == "binary":        # records of random bytes between runs of zeros
-        out = bytearray()
-        while len(out) < size:
-            out += rng.randbytes(rng.randint(16, 2048)) + bytes(rng.randint(16, 2048))
-        return bytes(out[:size])
-    return rng.randbytes(size)  # already compressed: images, archives
-
-sizes = [int(512 * (96 * 1024 / 512) ** rng.random()) for _ in range(small_n)]
+sizes = [content.small_size() for _ in range(small_n)]
 sizes += [int(150_000 * 10 ** rng.random()) for _ in range(medium_n)]
 weights = [rng.uniform(0.6, 1.4) for _ in range(large_n)]
 rest = total - sum(sizes)
@@ -101,14 +83,14 @@ toml = ['[product]', 'name = "Vistrel Bench"', 'label = "Vistrel Bench 2024"',
         'compile_date = "2024-05-17"', '']
 plan = [f"{len(sizes)} {sum(sizes)}"]
 for n, size in enumerate(sizes):
-    kind = rng.choices(["text", "binary", "random"], [5, 3, 2])[0]
-    directory, place = rng.choice(folders)
+    kind = content.kind()
+    directory, place = rng.choice(FOLDERS)
     sub = f"{place}Set{rng.randint(1, 12):02d}"
-    name = f"f{n:04d}.{ {'text': 'txt', 'binary': 'bin', 'random': 'dat'}[kind] }"
+    name = file_name(n, kind)
     path = os.path.join(work, "source", "files", name)
     os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as f:
-        f.write(content(kind, size))
+        f.write(content.make(kind, size))
     toml += ['[[file]]', f'source = "files/{name}"', f'directory = {directory}',
              'subfolder = "' + sub.replace("\\", "\\\\") + '"', '']
     plan.append(f"{name}\t{directory}/{sub.replace(chr(92), '/')}")

@@ -42,37 +42,15 @@ prepare_work "${BENCH_WORK:-$build/bench-install}"
 trap 'rm -rf "$work/source" "$work/dist" "$work/program" "$work/cp-target" "$work/wineprefix"' EXIT
 
 echo "generating the package's files in $work/source ..."
-python3 - "$work" <<'PY'
+python3 - "$here/tools/bench" "$work" <<'PY'
 import os, random, sys
-work = sys.argv[1]
+sys.path.insert(0, sys.argv[1])
+from bench_package import FOLDERS, Content, file_name
+work = sys.argv[2]
 rng = random.Random(20240517)
-# Identifiers 50, 210, 400 and 500 name folders of their own below the installation folder; 10, 20
-# and 40 get one from the subfolder.
-folders = [(10, "Program\\"), (20, "Data\\"), (40, "Library\\"), (50, ""), (210, ""), (400, ""), (500, "")]
+content = Content(rng)
 
-words = ("line arc circle layer block hatch dimension viewport polyline spline text style "
-         "insert attribute scale rotate mirror offset trim extend fillet chamfer").split()
-text_pool = "".join(f"{rng.choice(words)} {rng.randint(0, 99999)} {rng.choice(words)}={rng.random():.6f}\r\n"
-                    for _ in range(60000)).encode()
-
-def content(kind, size):
-    if kind == "text":
-        out = bytearray()
-        while len(out) < size:
-            start = rng.randrange(len(text_pool) - 4096)
-            out += text_pool[start:start + rng.randint(512, 4096)]
-        return bytes(out[:size])
-    if kind == "binary":        # records of random bytes between runs of zeros
-        out = bytearray()
-        while len(out) < size:
-            out += rng.randbytes(rng.randint(16, 2048)) + bytes(rng.randint(16, 2048))
-        return bytes(out[:size])
-    return rng.randbytes(size)  # already compressed: images, archives
-
-def small():
-    return int(512 * (96 * 1024 / 512) ** rng.random())
-
-sizes = [("small", small()) for _ in range(2932)]
+sizes = [("small", content.small_size()) for _ in range(2932)]
 sizes += [("medium", int(1_000_000 * 6 ** rng.random())) for _ in range(60)]
 rest = 400 * 1000 * 1000 - sum(s for _, s in sizes)
 weights = [rng.uniform(0.6, 1.4) for _ in range(8)]
@@ -91,19 +69,19 @@ ordered_sizes = []
 for n, i in enumerate(order):
     size_class, size = sizes[i]
     ordered_sizes.append(size)
-    kind = rng.choices(["text", "binary", "random"], [5, 3, 2])[0]
+    kind = content.kind()
     if i in plain:
         directory, sub = rng.choice([0, 1]), ""
         plain_bytes += size
     else:
-        directory, place = rng.choice(folders)
+        directory, place = rng.choice(FOLDERS)
         sub = f"{place}Set{rng.randint(1, 12):02d}"
         packed_bytes += size
-    rel = f"files/f{n:04d}.{ {'text': 'txt', 'binary': 'bin', 'random': 'dat'}[kind] }"
+    rel = "files/" + file_name(n, kind)
     path = os.path.join(work, "source", rel)
     os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as f:
-        f.write(content(kind, size))
+        f.write(content.make(kind, size))
     toml += ['[[file]]', f'source = "{rel}"', f'directory = {directory}']
     if sub:
         toml.append('subfolder = "' + sub.replace("\\", "\\\\") + '"')
