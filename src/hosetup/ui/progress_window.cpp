@@ -58,6 +58,21 @@ void moveBar(HWND dialog, std::int64_t value, std::int64_t total)
     UpdateWindow(bar);
 }
 
+// Empties the queue and moves the bar: a report without its question. False when the window
+// is gone, before or during the pump (a handler may have closed it).
+bool reportProgress(std::int64_t value, std::int64_t total)
+{
+    if (!g_setup.progressDialog)
+        return false;
+    pumpWindowMessages();
+    if (!g_setup.progressDialog)
+        return false;
+    g_setup.progressValue = value;
+    g_setup.progressTotal = total;
+    moveBar(g_setup.progressDialog, value, total);
+    return true;
+}
+
 void refreshControls(HWND dialog)
 {
     InvalidateRect(GetDlgItem(dialog, IDC_MAIN_TEXT), nullptr, FALSE);
@@ -171,23 +186,18 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
         g_setup.progressDialog = dialog;
         ShowWindow(dialog, SW_SHOWNORMAL);
     }
-    SetProgress(0, 0);
+    // The stage's first report pumps and puts the bar at the band start, but it does not ask: its
+    // answer could not stop the work, since this function's result only tells whether the window
+    // exists. A cancel clicked in this pump (or a close of the main window) stays requested and
+    // is asked at the stage's next report, where "Yes" ends the run.
+    reportProgress(0, 0);
     return true;
 }
 
 bool SetProgress(std::int64_t value, std::int64_t total)
 {
-    if (!g_setup.progressDialog)
+    if (!reportProgress(value, total))
         return false;
-    pumpWindowMessages();
-    // The pump may have run a handler that closed the window.
-    if (!g_setup.progressDialog)
-        return false;
-
-    g_setup.progressValue = value;
-    g_setup.progressTotal = total;
-    moveBar(g_setup.progressDialog, value, total);
-
     if (!g_setup.cancelRequested)
         return true;
     g_setup.cancelRequested = 0;

@@ -20,12 +20,25 @@ using ProgressWindow = UiTest;
 TEST_F(ProgressWindow, CancelIsAskedAtTheNextSetProgressAndADeclinedCancelGoesOn)
 {
     // The cancel button and No: the run goes on. Escape and Yes: a removal stage's question stops it.
-    const struct { std::uint32_t stage; bool escape; int button; bool goesOn; int question; } rows[] = {
-        {1, false, IDC_ALERT_BUTTON2, true, 2}, {5, true, IDC_ALERT_BUTTON1, false, 17}};
+    // A click still queued when the next stage begins is pumped by that stage's first report, which
+    // must not ask (its answer could stop nothing): the stage's next report asks, and Yes stops.
+    const struct { std::uint32_t stage; bool escape, stageBegins; int button; bool goesOn; int question; } rows[] = {
+        {1, false, false, IDC_ALERT_BUTTON2, true, 2},
+        {5, true, false, IDC_ALERT_BUTTON1, false, 17},
+        {0, false, true, IDC_ALERT_BUTTON1, false, 2}};
     for (const auto& row : rows) {
+        SCOPED_TRACE(row.stage);
         ASSERT_TRUE(ShowProgressStage(true, row.stage, 0, 100));
         // The request is only recorded: no question while the main loop runs.
         row.escape ? pressEscape(g_setup.progressDialog) : clickButton(g_setup.progressDialog, IDCANCEL);
+        if (row.stageBegins) {
+            withScript([] {
+                if (HWND early = waitForDialog(kAlert, 2000)) {
+                    ADD_FAILURE() << "asked at the stage's first report";
+                    clickButton(early, IDC_ALERT_BUTTON2);
+                }
+            }, [&] { ShowProgressStage(true, row.stage + 1, 0, 100); });
+        }
         for (int i = 0; i < 40; ++i, Sleep(10))
             pumpWindowMessages();
         EXPECT_EQ(g_setup.cancelRequested, 1);
