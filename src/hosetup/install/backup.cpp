@@ -25,7 +25,7 @@ constexpr SettingsFile kSettingsFiles[] = {
 // Copies one backup record's live file; false when the user cancelled.
 bool copyWithRetry(const char* live, const char* backup)
 {
-    for (int attempt = 1; !CopyFileA(live, backup, FALSE); ++attempt) {
+    for (int attempt = 1; !copyFilePumping(live, backup, false, false); ++attempt) {
         char message[kMessageCapacity];
         HOI_PrintA(message, sizeof message, eAlertErrorText[9], live);
         const int answer = askAfterFailedCopy(message, attempt);
@@ -70,9 +70,11 @@ bool BackupSettingsFiles()
     for (const SettingsFile& file : kSettingsFiles) {
         char live[kPathCapacity];
         char backup[kPathCapacity];
-        HOI_CopyA(live, sizeof live, file.common ? g_setup.commonDataFolder : g_setup.userDataFolder, file.name);
-        HOI_CopyA(backup, sizeof backup, g_setup.backupFolder, eRelativePaths[file.common ? 7 : 10], file.name);
-        if (!PathExists(live))
+        if (!composePath(live, sizeof live, file.common ? g_setup.commonDataFolder : g_setup.userDataFolder,
+                         file.name) ||
+            !composePath(backup, sizeof backup, g_setup.backupFolder, eRelativePaths[file.common ? 7 : 10],
+                         file.name) ||
+            !PathExists(live))
             continue;
         CopyPlainFile(live, backup);    // its alert names both paths; the update goes on
         LogText(backup);

@@ -23,17 +23,12 @@ bool PathExists(const char* path)
 
 bool DeleteFileAt(const char* path)
 {
-    return DeleteFileA(path) != FALSE;
+    return deleteChecked(path, false);
 }
 
 bool RemoveFolder(const char* folder)
 {
-    if (!IsFolderPath(folder))
-        return false;
-    char path[kPathCapacity];
-    HOI_CopyA(path, sizeof path, folder);
-    HOI_PathA(path, sizeof path);
-    return RemoveDirectoryA(path) != FALSE;
+    return IsFolderPath(folder) && deleteChecked(folder, true);
 }
 
 bool OpenForReading(HANDLE* file, const char* path)
@@ -46,31 +41,22 @@ bool OpenForReading(HANDLE* file, const char* path)
 
 bool CreateForWriting(HANDLE* file, const char* path)
 {
-    HANDLE handle = CreateFileA(path, GENERIC_WRITE, FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
-                                FILE_ATTRIBUTE_ARCHIVE, nullptr);
-    *file = handle == INVALID_HANDLE_VALUE ? nullptr : handle;
+    *file = createChecked(path, true, FILE_SHARE_WRITE);
     return *file != nullptr;
 }
 
 bool CreateFolder(const char* folder)
 {
-    if (PathExists(folder))
-        return true;
     char path[kPathCapacity];
-    HOI_CopyA(path, sizeof path, folder);
+    if (!composePath(path, sizeof path, folder, nullptr))
+        return false;
     HOI_PathA(path, sizeof path);
-    return CreateDirectoryA(path, nullptr) != FALSE;
+    return createFolderChecked(path);
 }
 
 bool OpenForAppending(HANDLE* file, const char* path)
 {
-    if (PathExists(path)) {
-        HANDLE handle = CreateFileA(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
-        *file = handle == INVALID_HANDLE_VALUE ? nullptr : handle;
-    } else {
-        CreateForWriting(file, path);
-    }
+    *file = openForAppendChecked(path);
     if (!*file)
         return false;
     return Seek(*file, 0, 2);
@@ -175,9 +161,14 @@ bool CreateFolderChain(const char* path, FolderLevels* missing)
         if (!isSeparator(folder[i]))
             continue;
         HOI_CopyPartA(level, sizeof level, folder, i + 1);
-        if (missing && missing->count < kMaxFolderLevels && !PathExists(level))
+        const bool existed = PathExists(level);
+        // A level that is there but reached through a link (or no folder) ends the chain: what
+        // is made below it would land elsewhere. One that cannot be made is left to the steps
+        // that write into it, which report their own failures.
+        if (!CreateFolder(level) && PathExists(level))
+            return false;
+        if (missing && missing->count < kMaxFolderLevels && !existed)
             HOI_CopyA(missing->level[missing->count++], kPathCapacity, level);
-        CreateFolder(level);
     }
     return true;
 }
@@ -191,9 +182,10 @@ TreeEntry classifyTreeEntry(DWORD attributes)
 }
 
 // Removes a folder and everything in it. A junction or symbolic link met on the way is removed
-// itself and never entered: it may point at any folder of the system. A child whose path would
-// not fit in kPathCapacity is left alone rather than deleted under a cut name, which would name
-// another file or the folder itself.
+// itself and never entered: it may point at any folder of the system. Every entry goes through the
+// checked deletion, so nothing below a link that appeared meanwhile is touched. A child whose path
+// would not fit in kPathCapacity is left alone rather than deleted under a cut name, which would
+// name another file or the folder itself.
 void DeleteFolderTree(const char* folder)
 {
     char base[kPathCapacity];
@@ -203,11 +195,22 @@ void DeleteFolderTree(const char* folder)
     const std::size_t length = std::strlen(base);
     if (length == 0 || base[length - 1] != '\\')
         return;   // no room left for the closing backslash
-    const DWORD attributes = GetFileAttributesA(base);
-    if (attributes != INVALID_FILE_ATTRIBUTES && classifyTreeEntry(attributes) == TreeEntry::FolderLink) {
-        RemoveFolder(base);
+    // Asked without the closing backslash: with it, Windows and Wine report the attributes of a
+    // link's target, not of the link.
+    char named[kPathCapacity];
+    HOI_CopyA(named, sizeof named, base);
+    StripTrailingSeparator(named);
+    const DWORD attributes = GetFileAttributesA(named);
+    if (attributes == INVALID_FILE_ATTRIBUTES)
+        return;
+    if (classifyTreeEntry(attributes) != TreeEntry::Folder) {
+        deleteChecked(named, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
         return;
     }
+    HANDLE held = openChecked(base, FILE_READ_ATTRIBUTES, true);
+    if (!held)
+        return;   // reached through a link: not the folder meant
+    CloseHandle(held);
     char pattern[kPathCapacity];
     if (!composePath(pattern, sizeof pattern, base, "*.*"))
         return;
@@ -223,13 +226,13 @@ void DeleteFolderTree(const char* folder)
                 continue;
             switch (classifyTreeEntry(found.dwFileAttributes)) {
             case TreeEntry::FolderLink:
-                RemoveDirectoryA(path);   // the link, not its target
+                deleteChecked(path, true);   // the link, not its target
                 break;
             case TreeEntry::Folder:
                 DeleteFolderTree(path);
                 break;
             case TreeEntry::File:
-                DeleteFileA(path);
+                deleteChecked(path, false);
                 break;
             }
         } while (FindNextFileA(search, &found));
@@ -242,5 +245,13 @@ void DeleteFolderTree(const char* folder)
 // The result is not reported; callers have nothing better to do when it fails.
 void DeleteAtRestart(const char* path)
 {
+    // What is there now must be reached without a link; the restart acts on the name.
+    const DWORD attributes = GetFileAttributesA(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        HANDLE checked = openChecked(path, FILE_READ_ATTRIBUTES, (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
+        if (!checked)
+            return;
+        CloseHandle(checked);
+    }
     MoveFileExA(path, nullptr, MOVEFILE_REPLACE_EXISTING | MOVEFILE_DELAY_UNTIL_REBOOT);
 }

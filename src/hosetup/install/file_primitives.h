@@ -21,6 +21,15 @@ constexpr std::size_t kMaxFolderLevels = kPathCapacity / 2;
 // symbolic link to a folder) is removed itself, never entered: it may point anywhere.
 enum class TreeEntry { File, Folder, FolderLink };
 
+// How a checked copy treats its ends. A source in the product's own folders must be reached
+// without any link; one in a foreign folder (the distribution, which may lie on a substituted or
+// mapped drive) only must not be a link itself.
+struct CopyRules {
+    bool failIfExists;
+    bool sourceInForeignFolder;
+    void (*eachChunk)();   // called after every chunk copied (may be null): keeps a window alive
+};
+
 // Folder levels, each a whole path with its closing backslash.
 struct FolderLevels {
     std::size_t count;
@@ -28,6 +37,23 @@ struct FolderLevels {
 };
 
 // ---- functions ------------------------------------------------------------------------------
+
+// install/checked_files.cpp: every file or folder the program deletes, creates, writes, copies or
+// appends to is opened without following a link at its name, and the handle's final path must be
+// the path meant (a link or junction above it makes them differ); otherwise the call fails with
+// nothing done. The deletions act on the checked handle.
+bool finalPathOf(HANDLE handle, char* path, std::size_t capacity);  // drive-letter or UNC form
+bool finalPathIs(HANDLE handle, const char* path);
+HANDLE openChecked(const char* path, DWORD access, bool folder);    // an existing file or folder
+// A file opened for writing: a new one, or (replace) an existing one emptied after the check.
+HANDLE createChecked(const char* path, bool replace, DWORD share);
+HANDLE openForAppendChecked(const char* path);
+bool deleteChecked(const char* path, bool folder);
+bool createFolderChecked(const char* folder);                       // one level; true when it is there
+// True when handle is a plain file whose final path is that of path's folder + its name.
+bool isPlainFileIn(HANDLE handle, const char* path);
+bool copyChecked(const char* source, const char* target, const CopyRules& rules);
+bool setArchiveOnlyChecked(const char* path);
 
 // install/file_primitives.cpp
 bool PathExists(const char* path);                  // a file or a folder
@@ -47,7 +73,8 @@ bool WriteLogLine(HANDLE file, const char* text, std::size_t length);
 bool CloseFile(HANDLE file);
 // Creates every level of the folder path that is missing; the levels that did not exist before
 // the call go into *missing (may be null), outermost first. False, with nothing made, when path
-// is not a folder path (IsFolderPath).
+// is not a folder path (IsFolderPath); false, after the levels above it, at a level that exists
+// but is reached through a link or is no folder.
 bool CreateFolderChain(const char* path, FolderLevels* missing);
 TreeEntry classifyTreeEntry(DWORD attributes);
 void DeleteFolderTree(const char* folder);

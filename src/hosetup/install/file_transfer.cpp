@@ -22,6 +22,7 @@ constexpr char kHelpIndexExtension[] = ".chw";
 // that time-zone and file-system rounding never make an unchanged file look newer.
 constexpr std::int64_t kNewerMargin = 36040000000LL;
 constexpr int kUnpackerWaitFailed = 100;
+constexpr int kAlertCannotWrite = 9;   // file alert: writing to a file failed
 
 std::uint32_t kindOf(const FileRecord& record)
 {
@@ -40,16 +41,17 @@ void logFilesMadeLater()
         {common, "hovistrelpluginallusers.ini"}, {user, "hovistrelpluginuser.ini"},
         {common, "hovistrel.log"}, {g_setup.settingFolder, "hocam1.cpd"},
     };
-    char path[kMessageCapacity];
+    // A name that would not fit below its folder is never a file the product makes: not logged.
+    char path[kPathCapacity];
     for (const auto& file : later) {
-        HOI_CopyA(path, sizeof path, file.folder, file.name);
-        LogText(path);
+        if (composePath(path, sizeof path, file.folder, file.name))
+            LogText(path);
     }
     for (int i = 0; i < 100; ++i) {
         char name[32];
         HOI_PrintA(name, sizeof name, "~LibraryCache%02d~.tmp", i);
-        HOI_CopyA(path, sizeof path, common, name);
-        LogText(path);
+        if (composePath(path, sizeof path, common, name))
+            LogText(path);
     }
 }
 
@@ -118,10 +120,10 @@ bool keepDefaultDrawing(int index, const char* target)
     if (PathExists(target))
         return true;
     char old[kPathCapacity];
-    HOI_CopyA(old, sizeof old, g_setup.installFolder, kDefaultDrawing);
-    if (!PathExists(old) || HOI_EqualA(old, target))
+    if (!composePath(old, sizeof old, g_setup.installFolder, kDefaultDrawing) || !PathExists(old) ||
+        HOI_EqualA(old, target))
         return false;
-    CopyFileA(old, target, TRUE);
+    copyFilePumping(old, target, true, false);
     DeleteFileAt(old);
     return true;
 }
@@ -155,6 +157,17 @@ void describeFile(HANDLE file, std::uint64_t size, char* text, FILETIME* written
     char date[kTextCapacity];
     FormatDatePattern(local, eUniTexts[19], date, sizeof date);
     HOI_PrintA(text, kMessageCapacity, eUniTexts[18], static_cast<int>(static_cast<std::uint32_t>(size)), date);
+}
+
+// The unpacker's success counts only when the file meant is there, reached without a link: a
+// member stored under another name would otherwise be installed where the log does not look.
+bool unpackedFileIsThere(const char* target)
+{
+    HANDLE file = openChecked(target, FILE_READ_ATTRIBUTES, false);
+    if (!file)
+        return false;
+    CloseHandle(file);
+    return true;
 }
 
 std::int64_t ticks(const FILETIME& time)
@@ -231,7 +244,12 @@ int DecideReplace(int index, const char* target, const char* source, bool replac
 
 bool CopyPlainFile(const char* source, const char* target)
 {
-    if (copyFilePumping(source, target, false))
+    // A member of the distribution lies in a folder a stranger may own; a settings file saved by
+    // an update lies in the product's own folders.
+    const std::size_t sourceFolderLength = std::strlen(g_setup.sourceFolder);
+    const bool fromDistribution =
+        sourceFolderLength > 0 && _strnicmp(source, g_setup.sourceFolder, sourceFolderLength) == 0;
+    if (copyFilePumping(source, target, false, fromDistribution))
         return true;
     DeleteFileAt(target);
     char message[2 * kMessageCapacity];
@@ -274,10 +292,14 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
     if (!waitForProcessPumping(process.hProcess, &exitCode))
         exitCode = kUnpackerWaitFailed;
     CloseHandle(process.hProcess);
-    if (exitCode == 0)
+    if (exitCode == 0 && unpackedFileIsThere(targetFile))
         return true;
 
     DeleteFileAt(targetFile);
+    if (exitCode == 0) {
+        ShowFileAlert(g_setup.mainWindow, targetFile, kAlertCannotWrite);
+        return false;
+    }
     char code[32];
     HOI_PrintA(code, sizeof code, "HOUNZIP (%d)", static_cast<int>(exitCode));
     char message[2 * kMessageCapacity];
@@ -322,7 +344,10 @@ bool CopyFiles()
                 char source[kPathCapacity];
                 char member[kMemberNameCapacity];
                 formatMemberName(static_cast<std::size_t>(i), member, sizeof member);
-                HOI_CopyA(source, sizeof source, g_setup.sourceFolder, member);
+                // Never the source folder itself, never a cut path: a record without its member
+                // has the name of a file nobody can open.
+                if (member[0] == '\0' || !composePath(source, sizeof source, g_setup.sourceFolder, member))
+                    HOI_CopyA(source, sizeof source, "*");
                 bool keep = false;
                 const int reply = DecideReplace(i, target, source, replaceWithoutAsking, &keep);
                 if (keep) {
@@ -335,7 +360,7 @@ bool CopyFiles()
                     if (!transferWithRetry(source, target, storedPlain, &transferred))
                         return false;
                     if (transferred) {
-                        SetFileAttributesA(target, FILE_ATTRIBUTE_ARCHIVE);
+                        setArchiveOnlyChecked(target);
                         logInstalledFile(target);
                     }
                 }

@@ -38,7 +38,9 @@ int askAfterFailedCopy(const char* message, int attempt);
 // install/process_wait.cpp
 // Waits for a process to end while dispatching window messages; false when the wait failed.
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode);
-bool copyFilePumping(const char* source, const char* target, bool failIfExists);
+// A checked copy (copyChecked) that keeps the window alive; the source of a transfer lies in the
+// distribution, a foreign folder, every other source in the product's own folders.
+bool copyFilePumping(const char* source, const char* target, bool failIfExists, bool sourceInForeignFolder);
 
 // install/links.cpp: the product's links, made by the installation and removed by both runs.
 bool CreateShortcuts();
@@ -52,8 +54,8 @@ bool MakeShellLink(struct IShellLinkA* link, struct IPersistFile* persist, const
 // install/setup_log.cpp
 void formatLogTime(char* buffer, std::size_t capacity);  // "YYYY-MM-DD hh:mm:ss", local time
 const char* logModeWord();                              // "update" or "standard"
-// folder + the log's file name.
-void SetupLogPath(const char* folder, char* path, std::size_t capacity);
+// folder + the log's file name; false (path empty) when it would not fit.
+bool SetupLogPath(const char* folder, char* path, std::size_t capacity);
 LogLineKind classifyLogLine(const char* line);
 // CreateFolderChain with the alert of a path that is no folder path, and with each level it made
 // logged as a "#" line when logIt is set and a log is open.

@@ -63,8 +63,8 @@ bool prepareBackupsOrLog()
         return CreateBackupDirectories();
     }
     char log[kPathCapacity];
-    SetupLogPath(g_setup.commonDataFolder, log, sizeof log);
-    DeleteFileAt(log);
+    if (SetupLogPath(g_setup.commonDataFolder, log, sizeof log))
+        DeleteFileAt(log);
     return true;
 }
 
@@ -72,8 +72,11 @@ bool prepareBackupsOrLog()
 
 bool RunInstallation()
 {
+    // A data-file path that would be cut names another file: the folder itself is then read,
+    // which fails with the alert of a file that cannot be opened.
     char dataFile[kPathCapacity];
-    HOI_CopyA(dataFile, sizeof dataFile, g_setup.sourceFolder, kDataMemberName);
+    if (!composePath(dataFile, sizeof dataFile, g_setup.sourceFolder, kDataMemberName))
+        HOI_CopyA(dataFile, sizeof dataFile, g_setup.sourceFolder);
     if (!readSetupDataFile(dataFile))
         return false;
     if (!earlierInstallationAllowsUpdate())

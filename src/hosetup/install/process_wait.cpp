@@ -18,20 +18,8 @@ bool waitForProcessPumping(HANDLE process, DWORD* exitCode)
     return GetExitCodeProcess(process, exitCode) != FALSE;
 }
 
-namespace {
-
-DWORD CALLBACK pumpWhileCopying(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD, DWORD,
-                                HANDLE, HANDLE, LPVOID)
+bool copyFilePumping(const char* source, const char* target, bool failIfExists, bool sourceInForeignFolder)
 {
-    pumpWindowMessages();
-    return PROGRESS_CONTINUE;
-}
-
-} // namespace
-
-bool copyFilePumping(const char* source, const char* target, bool failIfExists)
-{
-    BOOL cancel = FALSE;
-    return CopyFileExA(source, target, pumpWhileCopying, nullptr, &cancel,
-                       failIfExists ? COPY_FILE_FAIL_IF_EXISTS : 0) != FALSE;
+    const CopyRules rules = {failIfExists, sourceInForeignFolder, pumpWindowMessages};
+    return copyChecked(source, target, rules);
 }

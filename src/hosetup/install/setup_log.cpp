@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kLogQuestionKind = 13;   // file alert: the log cannot be opened, go on without?
+constexpr int kFolderAlertKind = 6;    // file alert: a folder cannot be created
 
 // An update that finds the earlier log only in the installation folder carries it over, so the
 // removal later sees both runs' lines.
@@ -25,16 +26,15 @@ void carryOverEarlierLog(const char* logPath)
         return;
     }
     char earlier[kPathCapacity];
-    SetupLogPath(g_setup.installFolder, earlier, sizeof earlier);
-    if (PathExists(earlier))
-        CopyFileA(earlier, logPath, TRUE);
+    if (SetupLogPath(g_setup.installFolder, earlier, sizeof earlier) && PathExists(earlier))
+        copyFilePumping(earlier, logPath, true, false);
 }
 
 } // namespace
 
-void SetupLogPath(const char* folder, char* path, std::size_t capacity)
+bool SetupLogPath(const char* folder, char* path, std::size_t capacity)
 {
-    HOI_CopyA(path, capacity, folder, kSetupLogName);
+    return composePath(path, capacity, folder, kSetupLogName);
 }
 
 LogLineKind classifyLogLine(const char* line)
@@ -89,20 +89,27 @@ void LogBanner(const char* format)
 
 bool MakeFolderChain(const char* path, bool logIt)
 {
-    FolderLevels missing;
-    if (!CreateFolderChain(path, &missing)) {
-        char folder[kPathCapacity];
+    char folder[kPathCapacity];
+    HOI_CopyA(folder, sizeof folder, path);
+    HOI_PathA(folder, sizeof folder);
+    if (!IsFolderPath(path)) {
         char message[kMessageCapacity];
-        HOI_CopyA(folder, sizeof folder, path);
-        HOI_PathA(folder, sizeof folder);
         HOI_PrintA(message, sizeof message, eMessageText[5], folder);
         AlertError(g_setup.mainWindow, message);
         return false;
     }
+    FolderLevels missing;
+    const bool made = CreateFolderChain(path, &missing);
+    // Levels made before a refusal are logged all the same, so that the removal takes them away.
     for (std::size_t i = 0; logIt && i < missing.count; ++i) {
         char line[kMessageCapacity];
         HOI_PrintA(line, sizeof line, "#%s", missing.level[i]);
         LogText(line);
+    }
+    if (!made) {
+        // A level is there but reached through a link: nothing may be made below it.
+        ShowFileAlert(g_setup.mainWindow, folder, kFolderAlertKind);
+        return false;
     }
     return true;
 }
@@ -112,19 +119,22 @@ bool OpenLog()
     if (g_setup.logFile)
         return true;
 
+    // An existing folder goes through the chain too: one reached through a link is refused.
     const bool folderExisted = PathExists(g_setup.commonDataFolder);
-    if (!folderExisted && (!MakeFolderChain(g_setup.commonDataFolder, false) ||
-                           !PathExists(g_setup.commonDataFolder)))
+    if (!MakeFolderChain(g_setup.commonDataFolder, false) || !PathExists(g_setup.commonDataFolder))
         return false;
 
+    // A log path that would be cut names another file: it is refused like one that cannot open.
     char logPath[kPathCapacity];
-    SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
-    carryOverEarlierLog(logPath);
+    const bool fits = SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
+    if (fits)
+        carryOverEarlierLog(logPath);
 
     HANDLE file = nullptr;
-    if (!OpenForAppending(&file, logPath)) {
+    if (!fits || !OpenForAppending(&file, logPath)) {
         g_setup.logFile = nullptr;
-        if (ShowFileAlert(g_setup.mainWindow, logPath, kLogQuestionKind) == kButtonCancel)
+        if (ShowFileAlert(g_setup.mainWindow, fits ? logPath : g_setup.commonDataFolder, kLogQuestionKind) ==
+            kButtonCancel)
             return false;
         return true;    // go on without a log: every later write is a no-op
     }

@@ -6,7 +6,11 @@
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 
+#include <cctype>
 #include <cstring>
+#include <string>
+#include <unordered_set>
+#include <vector>
 
 namespace {
 
@@ -109,6 +113,22 @@ int countingProgress(int counted)
     return percent;
 }
 
+// Lines met before, compared ignoring case: a repeated line is acted on once, so a log padded
+// with copies of one line costs no more than its length.
+class SeenLines {
+public:
+    bool firstTime(const char* line)
+    {
+        std::string key(line);
+        for (char& c : key)
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        return seen_.insert(key).second;
+    }
+
+private:
+    std::unordered_set<std::string> seen_;
+};
+
 } // namespace
 
 bool countLogLines(HANDLE log, LogLineCount* count)
@@ -138,10 +158,10 @@ bool RemoveLoggedFiles()
         g_setup.logFile = nullptr;
     }
     char logPath[kPathCapacity];
-    SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
-    if (!OpenForReading(&g_setup.logFile, logPath)) {
+    const bool fits = SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
+    if (!fits || !OpenForReading(&g_setup.logFile, logPath)) {
         g_setup.logFile = nullptr;
-        ShowFileAlert(g_setup.mainWindow, logPath, kLogAlertKind);
+        ShowFileAlert(g_setup.mainWindow, fits ? logPath : g_setup.commonDataFolder, kLogAlertKind);
         return false;
     }
     if (!SetProgress(5, 100))
@@ -161,15 +181,21 @@ bool RemoveLoggedFiles()
         return false;
 
     // File pass, in the log's order. A file an installation kept (after a "Skipped file" marker)
-    // is the product's too and goes with the rest.
+    // is the product's too and goes with the rest. The folder lines are gathered on the way.
     char line[kPathCapacity];
     std::int64_t unitsReported = 0;
+    SeenLines seenFiles;
+    SeenLines seenFolders;
+    std::vector<std::string> folders;
     while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-        if (classifyLogLine(line) != LogLineKind::File)
+        const LogLineKind kind = classifyLogLine(line);
+        if (kind == LogLineKind::Folder && isProductPath(line + 1, true) && seenFolders.firstTime(line + 1))
+            folders.emplace_back(line + 1);
+        if (kind != LogLineKind::File)
             continue;
         if (!countUnit(&unitsReported))
             return false;
-        if (isProductPath(line, false))
+        if (isProductPath(line, false) && seenFiles.firstTime(line))
             DeleteFileAt(line);
     }
     if (count.folders == 0)
@@ -178,17 +204,23 @@ bool RemoveLoggedFiles()
     // Folder passes. The log lists each chain of created folders shortest first, so one pass
     // fails on every parent whose child is still there; each further pass takes one more level.
     // A folder that stays because the user's files are in it keeps the passes going, bounded by
-    // the number of folder lines.
+    // the number of folder lines. After a pass that removed nothing every further pass would find
+    // the same folders, so those passes are counted without touching the disk again. Paths hold
+    // at most kPathCapacity characters, so the passes that remove something are few: the time
+    // grows with the log's length, never with its square.
+    bool found = false;
+    bool settled = false;
     for (int pass = 0;; ++pass) {
-        if (!rewind(logPath))
-            return false;
-        bool found = false;
-        while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-            if (classifyLogLine(line) != LogLineKind::Folder || !isProductPath(line + 1, true) ||
-                !PathExists(line + 1))
-                continue;
-            found = true;
-            RemoveFolder(line + 1);
+        if (!settled) {
+            found = false;
+            bool removed = false;
+            for (const std::string& folder : folders) {
+                if (!PathExists(folder.c_str()))
+                    continue;
+                found = true;
+                removed = RemoveFolder(folder.c_str()) || removed;
+            }
+            settled = !removed;
         }
         if (!countUnit(&unitsReported))
             return false;

@@ -31,10 +31,10 @@ void removeFolderAndStepUp(char* folder)
 void removeLogAndDataFolders()
 {
     char path[kPathCapacity];
-    SetupLogPath(g_setup.commonDataFolder, path, sizeof path);
-    DeleteFileAt(path);
-    SetupLogPath(g_setup.installFolder, path, sizeof path);
-    DeleteFileAt(path);
+    if (SetupLogPath(g_setup.commonDataFolder, path, sizeof path))
+        DeleteFileAt(path);
+    if (SetupLogPath(g_setup.installFolder, path, sizeof path))
+        DeleteFileAt(path);
 
     char folder[kPathCapacity] = "";
     HOI_CopyA(folder, sizeof folder, g_setup.commonDataFolder);
@@ -50,12 +50,11 @@ void removeLogAndDataFolders()
 void removeDocumentFolders()
 {
     char folder[kPathCapacity];
-    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[2]);
-    RemoveFolder(folder);
-    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[3]);
-    RemoveFolder(folder);
-    HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[1]);
-    RemoveFolder(folder);
+    const int relatives[] = {2, 3, 1};   // libraries, drawings, settings
+    for (int relative : relatives) {
+        if (composePath(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[relative]))
+            RemoveFolder(folder);
+    }
     HOI_CopyA(folder, sizeof folder, g_setup.documentsFolder);
     removeFolderAndStepUp(folder);
     RemoveFolder(folder);
@@ -69,8 +68,8 @@ void scheduleRestartDeletions()
     for (const ProgramFile& own : kProgramFiles) {
         if (!own.heldByRemoval)
             continue;
-        HOI_CopyA(path, sizeof path, g_setup.installFolder, own.name);
-        DeleteAtRestart(path);
+        if (composePath(path, sizeof path, g_setup.installFolder, own.name))
+            DeleteAtRestart(path);
     }
     // The folder and then its parent: a folder directly under a drive root has no parent that
     // can be computed, so it is scheduled twice, which is harmless.
@@ -96,8 +95,10 @@ bool installationRecorded()
 
 bool RunRemoval()
 {
+    // As in the installation: a path that would be cut reads the folder, which fails with its alert.
     char dataFile[kPathCapacity];
-    HOI_CopyA(dataFile, sizeof dataFile, g_setup.installFolder, kInstalledDataName);
+    if (!composePath(dataFile, sizeof dataFile, g_setup.installFolder, kInstalledDataName))
+        HOI_CopyA(dataFile, sizeof dataFile, g_setup.installFolder);
     if (!readSetupDataFile(dataFile))
         return false;
     if (!installationRecorded())

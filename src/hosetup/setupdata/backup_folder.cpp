@@ -17,7 +17,9 @@ void composeBackupFolder(const char* commonDataFolder, const char* backupsRoot,
     char stamp[64];
     HOI_PrintA(stamp, sizeof stamp, "%04d-%02d-%02d %02d%02d%02d%03d\\", time.wYear, time.wMonth,
                time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds);
-    HOI_CopyA(folder, capacity, commonDataFolder, backupsRoot, stamp);
+    // Cut, the stamp would name another run's folder or none: the folder stays empty instead,
+    // which the backup step refuses.
+    composePath(folder, capacity, commonDataFolder, backupsRoot, stamp);
 }
 
 void NameBackupFolder()

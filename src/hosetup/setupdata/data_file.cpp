@@ -184,7 +184,9 @@ bool readSetupDataFile(const char* path)
 
     const std::int32_t fileCount = header.fileCount;
     const std::int32_t shortcutCount = header.shortcutCount;
-    if (fileCount < 0 || shortcutCount < 0)
+    // Member names hold a record's index in five digits: a file with more records than that has
+    // records no member can stand for.
+    if (fileCount < 0 || shortcutCount < 0 || static_cast<std::size_t>(fileCount) > kMaxRecords)
         return refuseBadFile(file, path);
     HOI_CopyPartA(g_setup.packageCompileDate, kTextCapacity, header.compileDate, sizeof header.compileDate);
     setProductText(header);

@@ -90,16 +90,16 @@ bool ParentFolder(const char* path, char* parent, std::size_t capacity)
     return true;
 }
 
-bool composePath(char* path, std::size_t capacity, const char* first, const char* second)
+bool composePath(char* path, std::size_t capacity, const char* first, const char* second, const char* third)
 {
-    const std::size_t length = std::strlen(first) + (second ? std::strlen(second) : 0);
+    const std::size_t length = std::strlen(first) + (second ? std::strlen(second) : 0) + (third ? std::strlen(third) : 0);
     if (capacity == 0)
         return false;
     if (length >= capacity) {
         path[0] = '\0';
         return false;
     }
-    HOI_CopyA(path, capacity, first, second);
+    HOI_CopyA(path, capacity, first, second, third);
     return true;
 }
 

@@ -23,8 +23,10 @@ std::size_t folderRootLength(const char* path);
 // The parent of a folder path, with its closing backslash; on failure parent keeps what it held,
 // so a caller may compute the parent into the buffer that holds the path.
 bool ParentFolder(const char* path, char* parent, std::size_t capacity);
-// path := first + second (second may be null), only when the whole fits in capacity; otherwise
-// path is empty and the answer false. For paths that are deleted or created: never used cut.
-bool composePath(char* path, std::size_t capacity, const char* first, const char* second);
+// path := first + second + third (second and third may be null), only when the whole fits in
+// capacity; otherwise path is empty and the answer false. For paths that are deleted, created or
+// read as the product's own: never used cut.
+bool composePath(char* path, std::size_t capacity, const char* first, const char* second,
+                 const char* third = nullptr);
 // Removes one closing "\" or "/".
 void StripTrailingSeparator(char* path);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host_links.h"
 #include "install/install.h"
 #include "process.h"
 #include "remove/remove.h"
@@ -142,6 +143,106 @@ TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
     EXPECT_TRUE(fileExists(outside + "keep.txt"));
     EXPECT_TRUE(fileExists(outside + "Empty\\"));
     EXPECT_FALSE(fileExists(std::string(g_setup.installFolder) + "Bin\\"));
+}
+
+// A folder or a file of the product turned into a link by a standard user, before an update or a
+// removal: nothing outside the product's folders is written, copied or deleted through it.
+TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
+{
+    const std::string program = g_setup.installFolder;
+    const std::string data = g_setup.commonDataFolder;
+    const std::string outside = root_ + "Outside\\";
+    const std::string secret = outside + "secret.txt";
+    const std::function<void()> logAndRemove = [&] {
+        ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
+        RemoveLoggedFiles();
+        ShowProgressStage(false, 0, 0, 0);
+    };
+    const struct {
+        const char* what;
+        std::string link, log;   // the link (to the outside folder, or to the secret file)
+        bool toFile;
+        std::function<void()> act;
+    } cases[] = {
+        {"logged folder is a link", program + "Samples", "#" + program + "Samples\\\r\n" + program + "Samples\\secret.txt",
+         false, logAndRemove},
+        {"folder made below a link", program + "Samples", "",
+         false, [&] { EXPECT_FALSE(CreateFolderChain((program + "Samples\\New\\").c_str(), nullptr)); }},
+        {"log appended through a link", data + "hosetup.log", "", true, [&] {
+             g_setup.updateInstall = 1;
+             OpenLog();
+             LogText("appended");
+         }},
+        {"backup written through a link", data + "Backups", "", false,
+         [&] { EXPECT_FALSE(copyFilePumping((program + "a.txt").c_str(), (data + "Backups\\a.txt").c_str(), false, false)); }},
+        {"settings read through a link", program + "Settings", "", false,
+         [&] { EXPECT_FALSE(copyFilePumping((program + "Settings\\secret.txt").c_str(), (data + "copy.txt").c_str(), false, false)); }},
+        {"installed file name is a link", program + "hovistrel.exe", "", true,
+         [&] { EXPECT_FALSE(copyFilePumping((program + "a.txt").c_str(), (program + "hovistrel.exe").c_str(), false, true)); }},
+        {"tree is a link", program + "Group", "", false, [&] { DeleteFolderTree((program + "Group\\").c_str()); }},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        for (const std::string& folder : {c.link.substr(0, c.link.find_last_of('\\') + 1), data, outside})
+            ASSERT_TRUE(CreateFolderChain(folder.c_str(), nullptr));
+        writeFile(secret, "secret");
+        writeFile(program + "a.txt", "product");
+        ASSERT_TRUE(makeHostLink(c.link, c.toFile ? secret : outside));
+        if (!c.log.empty())
+            writeFile(data + "hosetup.log", c.log + "\r\n");
+        c.act();
+        if (g_setup.logFile)
+            CloseFile(g_setup.logFile);
+        g_setup.logFile = nullptr;
+        g_setup.updateInstall = 0;
+        EXPECT_TRUE(removeHostLink(c.link));
+        EXPECT_EQ(readFile(secret), "secret");
+        WIN32_FIND_DATAA found;
+        HANDLE search = FindFirstFileA((outside + "*").c_str(), &found);
+        int entries = 0;
+        for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileA(search, &found))
+            entries += found.cFileName[0] != '.';
+        FindClose(search);
+        EXPECT_EQ(entries, 1) << "something was made in the outside folder";
+        removeTree(program);
+        removeTree(data);
+        removeTree(outside);
+    }
+}
+
+// Paths built from fixed names are refused when they would be cut, never used cut.
+TEST_F(Hostile, FixedNamePathsThatWouldBeCutAreRefused)
+{
+    const std::string deep = "C:\\" + std::string(240, 'd') + "\\";   // 244 characters
+    char path[kPathCapacity];
+    EXPECT_FALSE(SetupLogPath((deep + std::string(10, 'e') + "\\").c_str(), path, sizeof path));
+    EXPECT_STREQ(path, "");
+    EXPECT_TRUE(SetupLogPath(deep.c_str(), path, sizeof path));
+    SYSTEMTIME time = {2024, 5, 0, 6, 7, 8, 9, 10};
+    composeBackupFolder(deep.c_str(), "Backups\\", time, path, sizeof path);   // 244 + 8 + 24
+    EXPECT_STREQ(path, "");
+}
+
+// Member names hold a record's index in five digits: a data file with more records is damaged.
+TEST_F(Hostile, DataFileWithMoreRecordsThanMemberNamesIsRefused)
+{
+    for (const std::int32_t count : {100000, 100001}) {
+        SCOPED_TRACE(count);
+        SetupDataHeader header = {};
+        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
+        std::memcpy(header.compileDate, "2022-11-29", 10);
+        std::strcpy(header.productName, "Vistrel 2022");
+        header.fileCount = count;
+        FileRecord file = {};
+        std::strcpy(file.fileName, "a.dat");
+        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+        for (std::int32_t i = 0; i < count; ++i)
+            bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
+        const std::string path = root_ + "_000000_";
+        writeFile(path, bytes);
+        EXPECT_EQ(readSetupDataFile(path.c_str()), count <= 100000);
+        releaseDataRecords();
+    }
 }
 
 // Wine 8 can make neither junctions nor symbolic links (CreateSymbolicLinkA answers success and
