@@ -9,6 +9,9 @@ here=$(cd "$(dirname "$0")/../.." && pwd)
 build=${1:-$here/build/windows}
 shift 2>/dev/null || true
 counts=${*:-0 800 3200}
+if [ -z "${DISPLAY:-}" ]; then
+    exec xvfb-run -a -s "-screen 0 1280x1024x24" sh "$0" "$build" $counts
+fi
 . "$here/tools/bench/bench_common.sh"
 require_programs hosetup.exe holang.dll hounzip.exe
 dist=$here/build/dist/vistrel-dist
@@ -16,6 +19,7 @@ dist=$here/build/dist/vistrel-dist
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Vistrel Professional 2022'
 wine_run() { "$here/scripts/wine-run" "$@"; }
 
+trap 'wineserver -k 2>/dev/null || true' EXIT
 printf '%8s %10s %10s\n' "lines" "log KB" "seconds"
 for count in $counts; do
     prepare_work "$here/build/bench/padded-log"
