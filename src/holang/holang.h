@@ -1,14 +1,10 @@
-// Interface of the language module holang.dll. The setup program imports the ten text tables as
-// data when it is loaded and binds the two entry points by name at start and end of its run.
+// Interface of the language module holang.dll. The setup program loads it at run time, after
+// checking that it is a module built with the program, binds the ten text tables by name and
+// the two entry points at start and end of its run. It never imports anything of the module at
+// load time: the loader would run the module's code before the program could check it.
 #pragma once
 
 #include <windows.h>
-
-#ifdef HOLANG_BUILDING
-#define HOLANG_DATA extern "C" __declspec(dllexport)
-#else
-#define HOLANG_DATA extern "C" __declspec(dllimport)
-#endif
 
 // ---- constants ------------------------------------------------------------------------------
 
@@ -17,6 +13,9 @@ constexpr unsigned long kLanguageInterfaceVersion = 6222;
 
 // ---- data: text tables, each indexed from 0 -------------------------------------------------
 
+#ifdef HOLANG_BUILDING
+// The module's own build defines and exports the tables.
+#define HOLANG_DATA extern "C" __declspec(dllexport)
 HOLANG_DATA const char* const eMessageText[];
 HOLANG_DATA const char* const eUniTexts[];
 HOLANG_DATA const char* const eAlertErrorText[];
@@ -27,6 +26,21 @@ HOLANG_DATA const char* const eDefaultNames[];
 HOLANG_DATA const char* const eProfileTitle[];
 HOLANG_DATA const char* const eMonthNames[];
 HOLANG_DATA const char eApplicationName[];
+#else
+// The setup program's view: the same names, pointers to the module's tables, null until
+// bindLanguageTables (core/language_tables.cpp) has bound them, so that eMessageText[5] reads
+// as it would from the array.
+extern const char* const* eMessageText;
+extern const char* const* eUniTexts;
+extern const char* const* eAlertErrorText;
+extern const char* const* eRelativePaths;
+extern const char* const* eButtonText;
+extern const char* const* eCaptionTexts;
+extern const char* const* eDefaultNames;
+extern const char* const* eProfileTitle;
+extern const char* const* eMonthNames;
+extern const char* eApplicationName;
+#endif
 
 // ---- functions: the two entry points, bound with GetProcAddress -----------------------------
 

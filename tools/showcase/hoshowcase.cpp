@@ -175,8 +175,8 @@ bool prepareSetupState()
 {
     ZeroMemory(&g_setup, sizeof g_setup);
     g_setup.instance = GetModuleHandleA(nullptr);
-    g_setup.languageModule = GetModuleHandleA("holang.dll");
-    if (!g_setup.languageModule) {
+    // The module beside the showcase, checked, loaded and its tables bound as the program does.
+    if (!loadLanguageModule()) {
         fail("holang.dll is not loaded");
         return false;
     }

@@ -1,6 +1,7 @@
-// The ground of the setup program: the one setup state, error reports of internal faults and the
-// few facts every subsystem shares. Everything above includes this header; it includes nothing of
-// the program but the string layer and the shared format.
+// The ground of the setup program: the one setup state, error reports of internal faults, the
+// check of the program files it runs, the language module's tables, and the few facts every
+// subsystem shares. Everything above includes this header; it includes nothing of the program
+// but the string layer and the shared format.
 #pragma once
 
 #include <windows.h>
@@ -14,6 +15,31 @@
 constexpr std::size_t kErrorReportCapacity = 760;
 constexpr char kMainWindowClass[] = "HOSETUP6_MainWClass";
 constexpr char kProductWindowClass[] = "HOVISTREL_MainWClass"; // the installed product's window
+constexpr std::size_t kImageDigestSize = 32;   // SHA-256
+
+// ---- types ----------------------------------------------------------------------------------
+
+// The image digest of a program file (core/own_files.cpp tells which bytes count).
+struct ImageDigest {
+    unsigned char bytes[kImageDigestSize];
+};
+
+// What the check of one of the program's own files found.
+enum class OwnFileCheck {
+    Accepted,    // one of the files built with this program, held open
+    Unreadable,  // missing, not openable without write and delete sharing, or no program file
+    Linked,      // reached through a link: the path names another file than the one opened
+    Foreign,     // its digest is none of those built in
+};
+
+// ---- data -----------------------------------------------------------------------------------
+
+// Written at build time by own_digests.py from the built hounzip.exe and the language modules of
+// every language; sorted.
+extern const ImageDigest kUnpackerDigests[];
+extern const std::size_t kUnpackerDigestCount;
+extern const ImageDigest kLanguageModuleDigests[];
+extern const std::size_t kLanguageModuleDigestCount;
 
 // ---- functions ------------------------------------------------------------------------------
 
@@ -29,6 +55,20 @@ void formatErrorReport(const char* moduleWord, std::uint32_t line, const char* t
 void restrictDllSearch();
 // Loads name from the system folder by its full path; null when it is not there.
 HMODULE loadSystemLibrary(const char* name);
+
+// core/own_files.cpp
+// The image digest of an open program file; false for a file that is no well-formed program image.
+bool imageDigest(HANDLE file, ImageDigest* digest);
+// Opens a program file that this program is about to run: without write or delete sharing, so
+// that it cannot be replaced while the handle is held; reached without a link; its digest one of
+// known. *file is the held handle when Accepted, and null otherwise.
+OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t count, HANDLE* file);
+
+// core/language_tables.cpp
+// Binds the text tables of a loaded language module (holang.h); false, with every table left as
+// it was, when one is missing.
+bool bindLanguageTables(HMODULE module);
+void unbindLanguageTables();              // every table null again, as before the binding
 
 // core/setup_state.cpp
 long roundHalfAwayFromZero(double value);   // every design size times scale goes through this

@@ -6,6 +6,10 @@
 
 namespace {
 
+// The caption while no language module is bound, above all when the one beside the program was
+// refused: the texts of a foreign module are not shown.
+constexpr char kUnboundCaption[] = "Vistrel Setup";
+
 // "*word" is used as it stands; anything else is taken as a path and reduced to its file name,
 // which for a plain word such as "Init" is the word itself.
 const char* moduleName(const char* moduleWord)
@@ -35,5 +39,5 @@ void reportError(const char* moduleWord, std::uint32_t line, const char* text)
 {
     char message[kErrorReportCapacity];
     formatErrorReport(moduleWord, line, text, message, sizeof message);
-    MessageBoxA(g_setup.mainWindow, message, eCaptionTexts[0], MB_OK);
+    MessageBoxA(g_setup.mainWindow, message, eCaptionTexts ? eCaptionTexts[0] : kUnboundCaption, MB_OK);
 }

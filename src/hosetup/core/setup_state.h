@@ -33,6 +33,7 @@ struct SetupState {
     HINSTANCE instance;
     HMODULE languageModule;
     HANDLE logFile;            // 0 when no log is open
+    HANDLE unpackerFile;       // hounzip.exe, held from its check to the run's end; 0 before
     HWND mainWindow;
     HWND progressDialog;       // 0 when no progress window exists
     HBITMAP splashBitmap;

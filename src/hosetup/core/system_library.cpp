@@ -1,8 +1,8 @@
 // DLLs the program loads at run time come from the system folder only. The program runs with
 // administrator rights, usually from a Downloads folder where anyone's files land; a DLL of a
 // system name placed beside it must never be loaded into the elevated process. The load-time
-// imports are only DLLs Windows always takes from the system folder (KnownDLLs), comctl32 bound
-// through the manifest, and the language module.
+// imports are only DLLs Windows always takes from the system folder (KnownDLLs) and comctl32
+// bound through the manifest; the language module is loaded by its full path after a check.
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 

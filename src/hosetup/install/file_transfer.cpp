@@ -281,7 +281,7 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, commandLine, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) {
+    if (!startUnpacker(commandLine, &startup, &process)) {
         char message[kMessageCapacity];
         HOI_PrintA(message, sizeof message, eAlertErrorText[13], archiveName);
         AlertError(g_setup.mainWindow, message);

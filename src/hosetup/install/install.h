@@ -35,6 +35,15 @@ bool CreateDirectories();
 // Retry (7), skip (8) or cancel (2) after the attempt-th failed copy of a file.
 int askAfterFailedCopy(const char* message, int attempt);
 
+// install/unpacker_start.cpp
+// Starts hounzip.exe from the program's folder with commandLine, only when it is the unpacker
+// built with this program. It is checked at its first start in a run and held open from then on
+// (g_setup.unpackerFile), so that every start of the run runs the file checked. False, with
+// nothing started, when it is not that file or cannot be started.
+bool startUnpacker(char* commandLine, STARTUPINFOA* startup, PROCESS_INFORMATION* process);
+// Closes the held unpacker; the end of the run.
+void releaseUnpacker();
+
 // install/process_wait.cpp
 // Waits for a process to end while dispatching window messages; false when the wait failed.
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode);

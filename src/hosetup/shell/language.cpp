@@ -1,14 +1,17 @@
-// Binding of the language module. Its text tables are imported at load time; its two entry
-// points are bound here by name. The exit entry is looked up before the init entry, so that a
-// module without an exit function is refused before it was ever initialised.
+// Loading and binding of the language module. It is loaded only from the program's own folder by
+// its full path, and only when it is a module built with this program (core/own_files.cpp); its
+// text tables are bound before anything else, since the operating-system check already shows a
+// text of them, and its two entry points after that check. The exit entry is looked up before
+// the init entry, so that a module without an exit function is refused before it was ever
+// initialised.
 #include "shell/shell.h"
+#include "format/program_files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 
 namespace {
 
 constexpr char kModuleWord[] = "HOSetup";
-constexpr char kLanguageModuleName[] = "holang.dll";
 
 // Fixed report lines: part of the message a user may quote to support.
 constexpr std::uint32_t kLineLoadLibrary = 307;
@@ -22,20 +25,66 @@ constexpr std::uint32_t kLineFreeLibrary = 360;
 constexpr char kExitName[] = "HOI_LanguageExit";
 constexpr char kInitName[] = "HOI_LanguageInit";
 
+// The report of a module that is not loaded, in English: a refused module's texts are not used.
+const char* refusalText(OwnFileCheck found)
+{
+    switch (found) {
+    case OwnFileCheck::Linked:
+        return "The language module %s is reached through a link. It was not loaded.";
+    case OwnFileCheck::Foreign:
+        return "The language module %s is not the one built with this setup program. It was not loaded.";
+    default:
+        return "The language module %s cannot be read. It was not loaded.";
+    }
+}
+
+void reportLoadFailure(const char* format, const char* path)
+{
+    char text[kErrorReportCapacity];
+    HOI_PrintA(text, sizeof text, format, path);
+    reportError(kModuleWord, kLineLoadLibrary, text);
+}
+
 } // namespace
 
-bool bindLanguageModule(HINSTANCE instance, void* languageInfo)
+bool loadLanguageModule()
 {
-    // programFolder is still empty this early, so the loader's search order finds the module,
-    // the program's own folder first.
+    // The program's own folder, by full path: never the loader's search by name. programFolder
+    // is still empty this early.
+    char programFile[kPathCapacity] = {};
+    char folder[kPathCapacity];
     char path[kPathCapacity];
-    HOI_CopyA(path, sizeof path, g_setup.programFolder, kLanguageModuleName);
-
+    GetModuleFileNameA(nullptr, programFile, sizeof programFile - 1);
+    if (!FolderOfPath(programFile, folder, sizeof folder) ||
+        !composePath(path, sizeof path, folder, kLanguageModuleName)) {
+        reportLoadFailure(refusalText(OwnFileCheck::Unreadable), kLanguageModuleName);
+        return false;
+    }
+    // Held from the check until the module is mapped; a mapped image cannot be changed either.
+    HANDLE held = nullptr;
+    const OwnFileCheck found = openOwnFile(path, kLanguageModuleDigests, kLanguageModuleDigestCount, &held);
+    if (found != OwnFileCheck::Accepted) {
+        reportLoadFailure(refusalText(found), path);
+        return false;
+    }
     HMODULE module = LoadLibraryA(path);
+    CloseHandle(held);
     if (!module) {
         reportError(kModuleWord, kLineLoadLibrary, "LoadLibrary() failure");
         return false;
     }
+    if (!bindLanguageTables(module)) {
+        FreeLibrary(module);
+        reportLoadFailure("The language module %s lacks a text table. It was not loaded.", path);
+        return false;
+    }
+    g_setup.languageModule = module;
+    return true;
+}
+
+bool bindLanguageModule(HINSTANCE instance, void* languageInfo)
+{
+    HMODULE module = g_setup.languageModule;
     if (!GetProcAddress(module, kExitName)) {
         reportError(kModuleWord, kLineBindExit, "GetProcAddress( \"HOI_LanguageExit\" ) failure");
         return false;
@@ -50,7 +99,6 @@ bool bindLanguageModule(HINSTANCE instance, void* languageInfo)
         reportError(kModuleWord, kLineInit, "HOI_LanguageInit() failure");
         return false;
     }
-    g_setup.languageModule = module;
     return true;
 }
 
@@ -68,6 +116,8 @@ bool unbindLanguageModule()
     if (!FreeLibrary(g_setup.languageModule)) {
         reportError(kModuleWord, kLineFreeLibrary, "FreeLibrary() failure");
         ok = false;
+    } else {
+        unbindLanguageTables();   // they pointed into the module
     }
     g_setup.languageModule = nullptr;
     return ok;

@@ -1,5 +1,6 @@
-// Entry point of hosetup.exe: scan the options, check the system, bind the language module,
-// create the main window, start the run and pump messages until the window closes.
+// Entry point of hosetup.exe: scan the options, load the language module, check the system,
+// bind the module's entry points, create the main window, start the run and pump messages until
+// the window closes.
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
@@ -17,8 +18,10 @@ int runSetupProgram(HINSTANCE instance, const char* commandLine)
 
     scanCommandLine(commandLine);
 
-    // The tables of the language module are imported at load time, so this text is usable
-    // before the module is bound.
+    // The module is checked and its tables bound first: the operating-system check shows one of
+    // its texts, before HOI_LanguageInit is called.
+    if (!loadLanguageModule())
+        return kExitFailure;
     if (!IsWindowsAtLeast(6, 1, 0)) {
         if (!g_setup.optionSilent)
             MessageBoxA(nullptr, eMessageText[0], eCaptionTexts[0], MB_OK);

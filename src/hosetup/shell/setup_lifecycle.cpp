@@ -113,4 +113,5 @@ void exitSetup()
     g_setup.aboutFont = nullptr;
 
     CloseLog();
+    releaseUnpacker();
 }

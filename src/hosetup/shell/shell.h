@@ -40,11 +40,15 @@ bool initialiseSetup();
 // Prepares a run: counters and choices to their start values, the temporary folder as the
 // current one, and the detection of the folders.
 void resetSetupState();
-// Releases what the run holds: the data file's arrays, the progress window, GDI objects, and the
-// log after its EXITING banner.
+// Releases what the run holds: the data file's arrays, the progress window, GDI objects, the
+// log after its EXITING banner, and the held unpacker.
 void exitSetup();
 
 // shell/language.cpp
+// Loads holang.dll from the program's folder when it is a module built with this program, and
+// binds its text tables; false after an error report, with nothing of a refused module run.
+bool loadLanguageModule();
+// Binds the loaded module's entry points and initialises it; false after an error report.
 bool bindLanguageModule(HINSTANCE instance, void* languageInfo);
 bool unbindLanguageModule();
 

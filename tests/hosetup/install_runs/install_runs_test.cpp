@@ -177,6 +177,16 @@ TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
     }
 }
 
+// A hounzip.exe that is not the one built with the program is never started: its first packed member fails
+// as an unpacker that cannot be started does, and the silent run ends with 2.
+TEST_F(WholeRun, AForeignUnpackerIsNeverStarted)
+{
+    const std::string dist = build(samplePackage());
+    ASSERT_TRUE(copyFileTo(testBinFolder() + "foreign_unpacker.exe", dist + "hounzip.exe"));
+    EXPECT_EQ(install(dist), 2u);
+    EXPECT_FALSE(fileExists(dist + "hounzip.exe.ran"));
+}
+
 // A cancel is asked about at the next report of each pacing loop, while it still runs: No goes on, Yes ends
 // the run (2). Loops as bar positions, the first surely inside, the last no other report shares: stage 0
 // (0 to 1000) reports 20 to 39 percent, then 40 to 100; stage 2 (7000 to 8000) 0 to 100 in steps of 2.
