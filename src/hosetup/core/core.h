@@ -28,7 +28,6 @@ struct ImageDigest {
 enum class OwnFileCheck {
     Accepted,    // one of the files built with this program, held open
     Unreadable,  // missing, not openable without write and delete sharing, or no program file
-    Linked,      // reached through a link: the path names another file than the one opened
     Foreign,     // its digest is none of those built in
 };
 
@@ -56,13 +55,21 @@ void restrictDllSearch();
 // Loads name from the system folder by its full path; null when it is not there.
 HMODULE loadSystemLibrary(const char* name);
 
+// core/final_path.cpp
+// The final path of an open file or folder, "\\?\" removed: a drive-letter or UNC path; false
+// when it does not fit in capacity.
+bool finalPathOf(HANDLE handle, char* path, std::size_t capacity);
+
 // core/own_files.cpp
 // The image digest of an open program file; false for a file that is no well-formed program image.
 bool imageDigest(HANDLE file, ImageDigest* digest);
 // Opens a program file that this program is about to run: without write or delete sharing, so
-// that it cannot be replaced while the handle is held; reached without a link; its digest one of
-// known. *file is the held handle when Accepted, and null otherwise.
-OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t count, HANDLE* file);
+// that it cannot be replaced while the handle is held; its digest one of known. When Accepted,
+// *file is the held handle and reached (kPathCapacity characters) the file's final path, which
+// is the path to run it by: links or a mapped drive on the way then cannot lead elsewhere.
+// *file is null otherwise.
+OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t count, HANDLE* file,
+                         char* reached);
 
 // core/language_tables.cpp
 // Binds the text tables of a loaded language module (holang.h); false, with every table left as

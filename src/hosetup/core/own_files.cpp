@@ -24,7 +24,6 @@ constexpr DWORD kCertificateEntryPe32 = 128;      // data directory 4 of a PE32 
 constexpr DWORD kCertificateEntryPe32Plus = 144;  // ... and of a PE32+ one
 constexpr DWORD kSectionHeaderSize = 40;
 constexpr std::size_t kReadBlockSize = 16384;
-constexpr std::size_t kFinalPathCapacity = kPathCapacity + 8;   // room for "\\?\UNC\"
 
 std::uint32_t read16(const unsigned char* p)
 {
@@ -97,31 +96,6 @@ bool hashImage(HCRYPTHASH hash, HANDLE file, const unsigned char* head, DWORD he
     return true;
 }
 
-// The path the open file was reached by, compared with the one meant: a link on the way (a
-// symbolic link, a junction, a mount point) gives another final path. Long names on both sides,
-// since the program may have been started by a short path; case does not count, as in the file
-// system. Under Wine a host symbolic link stands in for a Windows link: GetFinalPathNameByHandle
-// resolves it just the same.
-bool reachedWithoutLink(HANDLE file, const char* path)
-{
-    char final[kFinalPathCapacity];
-    const DWORD length = GetFinalPathNameByHandleA(file, final, sizeof final, FILE_NAME_NORMALIZED);
-    if (length == 0 || length >= sizeof final)
-        return false;
-    char reached[kFinalPathCapacity];
-    if (std::strncmp(final, "\\\\?\\UNC\\", 8) == 0)
-        HOI_CopyA(reached, sizeof reached, "\\\\", final + 8);
-    else
-        HOI_CopyA(reached, sizeof reached, std::strncmp(final, "\\\\?\\", 4) == 0 ? final + 4 : final);
-    char meant[kFinalPathCapacity];
-    const DWORD longLength = GetLongPathNameA(path, meant, sizeof meant);
-    if (longLength == 0 || longLength >= sizeof meant)
-        HOI_CopyA(meant, sizeof meant, path);
-    CharUpperA(reached);
-    CharUpperA(meant);
-    return std::strcmp(reached, meant) == 0;
-}
-
 bool isKnown(const ImageDigest& digest, const ImageDigest* known, std::size_t count)
 {
     for (std::size_t i = 0; i < count; ++i) {
@@ -161,9 +135,11 @@ bool imageDigest(HANDLE file, ImageDigest* digest)
     return done;
 }
 
-OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t count, HANDLE* file)
+OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t count, HANDLE* file,
+                         char* reached)
 {
     *file = nullptr;
+    HOI_InitA(reached);
     // Read sharing only: while this handle is open nobody can write, rename or delete the file,
     // and the loader and CreateProcess, which ask for read and execute access, still open it.
     HANDLE handle = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
@@ -172,9 +148,7 @@ OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t
         return OwnFileCheck::Unreadable;
     ImageDigest digest;
     OwnFileCheck found = OwnFileCheck::Accepted;
-    if (!reachedWithoutLink(handle, path))
-        found = OwnFileCheck::Linked;
-    else if (!imageDigest(handle, &digest))
+    if (!finalPathOf(handle, reached, kPathCapacity) || !imageDigest(handle, &digest))
         found = OwnFileCheck::Unreadable;
     else if (!isKnown(digest, known, count))
         found = OwnFileCheck::Foreign;

@@ -45,6 +45,7 @@ struct SetupState {
 
     // Group 2: program and run.
     char programFolder[kPathCapacity];
+    char unpackerPath[kPathCapacity];   // final path of the checked hounzip.exe, with unpackerFile
     unsigned char languageInfo[kLanguageInfoSize]; // filled by the language module only
     std::uint32_t* fileFlags;  // fileCount + 1 slots
     std::uint32_t exitCode;

@@ -11,14 +11,13 @@
 // there a link at the name itself is seen through and refused by the path comparison; Windows
 // opens the link itself, which the attribute test refuses for everything but a deletion.
 #include "install/file_primitives.h"
+#include "core/core.h"
 #include "strings/hoi_strings.h"
 
 #include <cstring>
 
 namespace {
 
-constexpr char kLongPrefix[] = "\\\\?\\";
-constexpr char kLongUncPrefix[] = "\\\\?\\UNC\\";
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kCopyChunk = 1 << 20;
 
@@ -89,19 +88,6 @@ HANDLE refuse(HANDLE handle, bool createdHere)
 }
 
 } // namespace
-
-bool finalPathOf(HANDLE handle, char* path, std::size_t capacity)
-{
-    char raw[kPathCapacity + sizeof kLongUncPrefix];
-    const DWORD length = GetFinalPathNameByHandleA(handle, raw, sizeof raw, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
-    if (length == 0 || length >= sizeof raw)
-        return false;
-    if (std::strncmp(raw, kLongUncPrefix, sizeof kLongUncPrefix - 1) == 0)
-        return composePath(path, capacity, "\\\\", raw + sizeof kLongUncPrefix - 1);
-    if (std::strncmp(raw, kLongPrefix, sizeof kLongPrefix - 1) == 0)
-        return composePath(path, capacity, raw + sizeof kLongPrefix - 1, nullptr);
-    return composePath(path, capacity, raw, nullptr);
-}
 
 bool finalPathIs(HANDLE handle, const char* path)
 {

@@ -42,7 +42,6 @@ struct FolderLevels {
 // appends to is opened without following a link at its name, and the handle's final path must be
 // the path meant (a link or junction above it makes them differ); otherwise the call fails with
 // nothing done. The deletions act on the checked handle.
-bool finalPathOf(HANDLE handle, char* path, std::size_t capacity);  // drive-letter or UNC form
 bool finalPathIs(HANDLE handle, const char* path);
 HANDLE openChecked(const char* path, DWORD access, bool folder);    // an existing file or folder
 // A file opened for writing: a new one, or (replace) an existing one emptied after the check.

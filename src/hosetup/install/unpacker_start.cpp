@@ -6,20 +6,23 @@
 #include "install/install.h"
 #include "core/core.h"
 #include "format/program_files.h"
+#include "strings/hoi_strings.h"
 
 bool startUnpacker(char* commandLine, STARTUPINFOA* startup, PROCESS_INFORMATION* process)
 {
-    char path[kPathCapacity];
-    if (!composePath(path, sizeof path, g_setup.programFolder, kUnpackerName))
-        return false;
     if (!g_setup.unpackerFile) {
+        char path[kPathCapacity];
         HANDLE file = nullptr;
-        if (openOwnFile(path, kUnpackerDigests, kUnpackerDigestCount, &file) != OwnFileCheck::Accepted)
+        if (!composePath(path, sizeof path, g_setup.programFolder, kUnpackerName) ||
+            openOwnFile(path, kUnpackerDigests, kUnpackerDigestCount, &file, g_setup.unpackerPath) !=
+                OwnFileCheck::Accepted)
             return false;
         g_setup.unpackerFile = file;
     }
-    // The checked path as the program to run: the command line's first word is not searched.
-    return CreateProcessA(path, commandLine, nullptr, nullptr, FALSE, 0, nullptr, nullptr, startup, process) != FALSE;
+    // The checked file's final path as the program to run: the command line's first word is not
+    // searched, and no link on the way can lead to another file.
+    return CreateProcessA(g_setup.unpackerPath, commandLine, nullptr, nullptr, FALSE, 0, nullptr, nullptr, startup,
+                          process) != FALSE;
 }
 
 void releaseUnpacker()
@@ -27,4 +30,5 @@ void releaseUnpacker()
     if (g_setup.unpackerFile)
         CloseHandle(g_setup.unpackerFile);
     g_setup.unpackerFile = nullptr;
+    HOI_InitA(g_setup.unpackerPath);
 }

@@ -29,8 +29,6 @@ constexpr char kInitName[] = "HOI_LanguageInit";
 const char* refusalText(OwnFileCheck found)
 {
     switch (found) {
-    case OwnFileCheck::Linked:
-        return "The language module %s is reached through a link. It was not loaded.";
     case OwnFileCheck::Foreign:
         return "The language module %s is not the one built with this setup program. It was not loaded.";
     default:
@@ -62,12 +60,14 @@ bool loadLanguageModule()
     }
     // Held from the check until the module is mapped; a mapped image cannot be changed either.
     HANDLE held = nullptr;
-    const OwnFileCheck found = openOwnFile(path, kLanguageModuleDigests, kLanguageModuleDigestCount, &held);
+    char reached[kPathCapacity];
+    const OwnFileCheck found =
+        openOwnFile(path, kLanguageModuleDigests, kLanguageModuleDigestCount, &held, reached);
     if (found != OwnFileCheck::Accepted) {
         reportLoadFailure(refusalText(found), path);
         return false;
     }
-    HMODULE module = LoadLibraryA(path);
+    HMODULE module = LoadLibraryA(reached);
     CloseHandle(held);
     if (!module) {
         reportError(kModuleWord, kLineLoadLibrary, "LoadLibrary() failure");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/core.h"
+#include "host_links.h"
 #include "process.h"
 
 #include <cstring>
@@ -77,7 +78,9 @@ TEST(OwnFiles, TheBuiltFilesPassAndOthersAreRefused)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.file);
         HANDLE file = nullptr;
-        EXPECT_EQ(row.found, openOwnFile((testBinFolder() + row.file).c_str(), row.known, row.count, &file));
+        char reached[kPathCapacity];
+        EXPECT_EQ(row.found,
+                  openOwnFile((testBinFolder() + row.file).c_str(), row.known, row.count, &file, reached));
         EXPECT_EQ(row.found == OwnFileCheck::Accepted, file != nullptr);
         if (file)
             CloseHandle(file);
@@ -90,7 +93,9 @@ TEST(OwnFiles, AFileThatPassedIsHeldAgainstReplacement)
     const std::string folder = makeTempFolder("held"), path = folder + "hounzip.exe";
     ASSERT_TRUE(copyFileTo(testBinFolder() + "hounzip.exe", path));
     HANDLE file = nullptr;
-    ASSERT_EQ(OwnFileCheck::Accepted, openOwnFile(path.c_str(), kUnpackerDigests, kUnpackerDigestCount, &file));
+    char reached[kPathCapacity];
+    ASSERT_EQ(OwnFileCheck::Accepted,
+              openOwnFile(path.c_str(), kUnpackerDigests, kUnpackerDigestCount, &file, reached));
     HANDLE writer = CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                 nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(writer, INVALID_HANDLE_VALUE);
@@ -98,5 +103,23 @@ TEST(OwnFiles, AFileThatPassedIsHeldAgainstReplacement)
     EXPECT_FALSE(DeleteFileA(path.c_str()));
     CloseHandle(file);
     EXPECT_TRUE(DeleteFileA(path.c_str()));
+    removeTree(folder);
+}
+
+// A file reached through a link (or a mapped drive) is run by its final path: the link cannot
+// be turned to another file between the check and the use.
+TEST(OwnFiles, ALinkedFileIsRunByItsFinalPath)
+{
+    const std::string folder = makeTempFolder("linked"), link = folder + "hounzip.exe";
+    const std::string real = testBinFolder() + "hounzip.exe";
+    ASSERT_TRUE(makeHostLink(link, real));
+    HANDLE file = nullptr;
+    char reached[kPathCapacity];
+    EXPECT_EQ(OwnFileCheck::Accepted,
+              openOwnFile(link.c_str(), kUnpackerDigests, kUnpackerDigestCount, &file, reached));
+    EXPECT_EQ(0, _stricmp(reached, real.c_str())) << reached;
+    if (file)
+        CloseHandle(file);
+    EXPECT_TRUE(removeHostLink(link));
     removeTree(folder);
 }
