@@ -17,7 +17,8 @@ enum {
     HZ_ERR_FORMAT = 3,        // not an archive holding exactly one well-formed file entry
     HZ_ERR_UNSUPPORTED = 4,   // compression method other than stored/deflate, or an encrypted entry
     HZ_ERR_DATA = 5,          // CRC-32 mismatch, damaged deflate data, unpacked length differs
-    HZ_ERR_WRITE = 6,         // target folder missing, temporary file not writable, target not replaceable
+    HZ_ERR_WRITE = 6,         // target folder missing, temporary file not writable, target not replaceable, a
+                              // junction or link on the way or at the target
     HZ_ERR_KEPT = 7,          // target exists and was kept (no -n, and the user declined, -q forbade asking, or
                               // it appeared while the member was unpacked)
     HZ_ERR_MEMORY = 8         // the decoder's state could not be allocated
@@ -71,6 +72,9 @@ int HZ_Decode(HANDLE archive, const HzEntry *entry, HANDLE target);
 
 // extract.cpp
 int HZ_TargetPath(const char *folder, const char *name, char *out, size_t capacity);
-int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, const char *target, int replace);
+int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, int replace);
+
+// random.cpp (a test build links a fixed one instead)
+unsigned int HZ_RandomPart(int attempt);
 
 #endif

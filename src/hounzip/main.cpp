@@ -21,8 +21,9 @@
 //      (empty, a device name, reserved characters, a closing dot or blank)
 //   4  unsupported entry: compression method other than stored (0) or deflate (8), or encryption
 //   5  damaged data: CRC-32 mismatch, broken deflate stream, unpacked length differs from the stored size
-//   6  cannot write: target folder missing, temporary file cannot be created or written (disk full), or the
-//      target cannot be replaced (a folder of that name, access denied)
+//   6  cannot write: target folder missing, temporary file cannot be created or written (disk full), the
+//      target cannot be replaced (a folder of that name, access denied), or a link is in the way (the target
+//      folder or one above it is a junction or link, the target is a link or lies elsewhere)
 //   7  target exists and was kept: no -n, and the user declined, -q did not allow asking, or the target
 //      appeared while the member was unpacked
 //   8  out of memory for the decoder
@@ -116,7 +117,7 @@ static int Run(const HzCommand *command)
     if (result == HZ_OK && !MayWrite(command, target, &replace))
         result = HZ_ERR_KEPT;
     if (result == HZ_OK)
-        result = HZ_Extract(archive, &entry, command->folder, target, replace);
+        result = HZ_Extract(archive, &entry, command->folder, replace);
     CloseHandle(archive);
     return result;
 }

@@ -95,10 +95,10 @@ def cases(big):
     table = []
 
     def add(label, archive, code, written=None, data=SMALL, stamp=LOCAL_STAMP, args=None, pre=None, name="a.zip",
-            digest=None):
+            digest=None, exe="hounzip.exe"):
         pre = {"target/payload.bin": ReadOnly(OLD)} if pre is None and code != OK else pre or {}
         table.append(Record(label=label, archive=archive, code=code, written=written, stamp=stamp, args=args, pre=pre,
-                            name=name, digest=digest or hashlib.sha256(data).hexdigest()))
+                            name=name, digest=digest or hashlib.sha256(data).hexdigest(), exe=exe))
     if big:
         block, digest = bytes(range(256)) * 4096, hashlib.sha256()  # 1 MiB that compresses well but not to nothing
         for _ in range(4396):
@@ -166,9 +166,16 @@ def cases(big):
     add("archive_is_folder", plain, OPEN, args='"{folder}" "{folder}"  -n -q')
     add("target_folder_missing", plain, WRITE, pre={"target": False})
     add("target_is_folder", plain, WRITE, pre={"target/plain.txt/inner": None})
-    # Links that someone planted: never followed or written through; a link at the target name is replaced.
-    add("link_at_target", plain, OK, "plain.txt", pre={"target/plain.txt": "../outside", "outside": ReadOnly(OLD)})
+    # Links that someone planted (host symbolic links stand in for junctions): never followed or written through,
+    # never replaced. Wine cannot see a dangling link, so there the rename replaces it; Windows refuses it.
+    add("link_at_target", plain, WRITE, pre={"target/plain.txt": "../outside", "outside": OLD})
     add("dangling_link_at_target", plain, OK, "plain.txt", pre={"target/plain.txt": "../made_through_link"})
+    add("folder_is_link", plain, WRITE, pre={"target": "real", "real/kept.txt": OLD})
+    add("folder_above_is_link", plain, WRITE, args='"{archive}" "{base}\\up\\target\\"  -n -q',
+        pre={"up": "real", "real/target/kept.txt": OLD})
+    # hounzip_fixedname.exe tries only hzu00000000.tmp: a file or link planted there is neither opened nor replaced.
+    for label, planted in [("planted_temporary_file", OLD), ("planted_temporary_link", "../outside")]:
+        add(label, plain, WRITE, pre={"target/hzu00000000.tmp": planted, "outside": OLD}, exe="hounzip_fixedname.exe")
     add("planted_temporary_names", plain, OK, "plain.txt", pre={
         "outside": OLD, "target/hzu.tmp": "../outside", "target/plain.txt.tmp": "../made_through_link",
         "target/hzu0000.tmp": "../made_through_link", "target/hzu1.tmp": OLD, "target/~plain.txt": OLD})
@@ -211,14 +218,16 @@ def main(opts):
         return 77
     work = os.path.abspath(opts.work) + ("-big" if opts.big else "")
     shutil.rmtree(work, ignore_errors=True)
-    exe, table, lines = win(os.path.join(opts.bin, "hounzip.exe")), cases(opts.big), []
+    table, lines = cases(opts.big), []
     for case in table:
         base = os.path.join(work, "cases", case.label)
         os.makedirs(os.path.join(base, "target") if "target" not in case.pre else base)
         for rel, what in list(case.pre.items()) + [(case.name, case.archive)]:
             plant(os.path.join(base, rel), what)
-        folder = win(os.path.join(base, "target"))
-        fields = {"archive": win(os.path.join(base, case.name)), "folder": folder + "\\", "bare": folder}
+        folder = win(base) + "\\target"  # as named: win() would resolve a link at "target"
+        fields = {"archive": win(os.path.join(base, case.name)), "folder": folder + "\\", "bare": folder,
+                  "base": win(base)}
+        exe = win(os.path.join(opts.bin, case.exe))
         lines.append(f'"{exe}" ' + (case.args or '"{archive}" "{folder}"  -n -q').format(**fields))
     # Where the hostile names pointed, outside the work tree.
     prefix = os.environ.get("WINEPREFIX", os.path.join(ROOT, "build", "wineprefix"))

@@ -101,12 +101,9 @@ bool unpackInProcess(const Member& member)
         return false;
     }
     HzEntry entry;
-    char target[MAX_PATH];
     int result = HZ_ReadArchive(archive, &entry);
-    if (result == HZ_OK && !HZ_TargetPath(member.folder, entry.name, target, sizeof target))
-        result = HZ_ERR_WRITE;
     if (result == HZ_OK)
-        result = HZ_Extract(archive, &entry, member.folder, target, 1);
+        result = HZ_Extract(archive, &entry, member.folder, 1);
     CloseHandle(archive);
     if (result != HZ_OK)
         std::fprintf(stderr, "%s: unpacking failed with %d\n", member.archive, result);
