@@ -34,6 +34,7 @@ struct SetupState {
     HMODULE languageModule;
     HANDLE logFile;            // 0 when no log is open
     HANDLE unpackerFile;       // hounzip.exe, held from its check to the run's end; 0 before
+    HANDLE unpackerJob;        // the job every unpacker runs in, with unpackerFile
     HWND mainWindow;
     HWND progressDialog;       // 0 when no progress window exists
     HBITMAP splashBitmap;

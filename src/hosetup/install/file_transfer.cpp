@@ -2,6 +2,7 @@
 // deleted; an existing target is replaced silently, kept, or asked about. Progress moves by
 // packed bytes, and every target path goes into the setup log for the removal.
 #include "install/install.h"
+#include "format/member_archive.h"
 #include "format/program_files.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
@@ -22,6 +23,10 @@ constexpr char kHelpIndexExtension[] = ".chw";
 // that time-zone and file-system rounding never make an unchanged file look newer.
 constexpr std::int64_t kNewerMargin = 36040000000LL;
 constexpr int kUnpackerWaitFailed = 100;
+// A member that cannot be opened, or is no one-file archive holding the target's name, is
+// reported with the code the unpacker gives such a member, without starting it.
+constexpr DWORD kUnpackerNoMember = 2;
+constexpr DWORD kUnpackerBadMember = 3;
 constexpr int kAlertCannotWrite = 9;   // file alert: writing to a file failed
 
 std::uint32_t kindOf(const FileRecord& record)
@@ -170,6 +175,36 @@ bool unpackedFileIsThere(const char* target)
     return true;
 }
 
+bool readArchiveAt(void* context, std::uint64_t offset, void* buffer, std::uint32_t count)
+{
+    HANDLE archive = static_cast<HANDLE>(context);
+    DWORD read = 0;
+    return Seek(archive, static_cast<std::int64_t>(offset), 0) && ReadFile(archive, buffer, count, &read, nullptr) &&
+           read == count;
+}
+
+// Opens a packed member and checks that the file it holds is stored under the target's name:
+// the unpacker writes it under its stored name, so a member of another name would put a file
+// where the log does not look. The member stays open without write or delete sharing until the
+// unpacker is done, so it cannot be exchanged after the check. 0 with *member open, else the exit
+// code the unpacker gives such a member: 2 when it cannot be opened, 3 when it does not fit.
+DWORD openMatchingMember(const char* archive, const char* targetFile, HANDLE* member)
+{
+    *member = CreateFileA(archive, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (*member == INVALID_HANDLE_VALUE) {
+        *member = nullptr;
+        return kUnpackerNoMember;
+    }
+    const char* fileName = std::max(std::strrchr(targetFile, '\\'), std::strrchr(targetFile, '/'));
+    char stored[kPathCapacity];
+    if (fileName && readMemberStoredName(readArchiveAt, *member, GetSize(*member), stored, sizeof stored) &&
+        storedNameMatches(stored, fileName + 1))
+        return 0;
+    CloseHandle(*member);
+    *member = nullptr;
+    return kUnpackerBadMember;
+}
+
 std::int64_t ticks(const FILETIME& time)
 {
     return static_cast<std::int64_t>((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
@@ -281,17 +316,22 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = SW_HIDE;
     PROCESS_INFORMATION process = {};
-    if (!startUnpacker(commandLine, &startup, &process)) {
-        char message[kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eAlertErrorText[13], archiveName);
-        AlertError(g_setup.mainWindow, message);
-        return false;
+    HANDLE member = nullptr;
+    DWORD exitCode = openMatchingMember(archiveName, targetFile, &member);
+    if (member) {
+        if (!startUnpacker(commandLine, &startup, &process)) {
+            CloseHandle(member);
+            char message[kMessageCapacity];
+            HOI_PrintA(message, sizeof message, eAlertErrorText[13], archiveName);
+            AlertError(g_setup.mainWindow, message);
+            return false;
+        }
+        CloseHandle(process.hThread);
+        if (!waitForProcessPumping(process.hProcess, &exitCode))
+            exitCode = kUnpackerWaitFailed;
+        CloseHandle(process.hProcess);
+        CloseHandle(member);
     }
-    CloseHandle(process.hThread);
-    DWORD exitCode = 0;
-    if (!waitForProcessPumping(process.hProcess, &exitCode))
-        exitCode = kUnpackerWaitFailed;
-    CloseHandle(process.hProcess);
     if (exitCode == 0 && unpackedFileIsThere(targetFile))
         return true;
 
