@@ -1,5 +1,6 @@
 // Checks on the real registry that fail at the test line asking: EXPECT_REG_SZ(root, "key", "value",
-// "text"), EXPECT_REG_KEY(root, "key") and EXPECT_NO_REG_KEY(root, "key").
+// "text"), EXPECT_REG_KEY(root, "key") and EXPECT_NO_REG_KEY(root, "key"); and a user's shell
+// folder pointed elsewhere for a while.
 #pragma once
 
 #include <windows.h>
@@ -7,6 +8,34 @@
 #include <gtest/gtest.h>
 
 #include <string>
+
+// ---- types ----------------------------------------------------------------------------------
+
+// Points one of the user's shell folders ("Personal", "Programs", ...) at folder for the object's
+// life, and puts the value back as it was (or takes it away) afterwards.
+class UserShellFolderRedirect {
+public:
+    UserShellFolderRedirect(const char* name, const std::string& folder) : name_(name)
+    {
+        saved_ = RegGetValueA(HKEY_CURRENT_USER, kKey, name, RRF_RT_REG_SZ | RRF_RT_REG_EXPAND_SZ | RRF_NOEXPAND, &type_,
+                              data_, &size_) == ERROR_SUCCESS;
+        RegSetKeyValueA(HKEY_CURRENT_USER, kKey, name, REG_EXPAND_SZ, folder.c_str(), static_cast<DWORD>(folder.size() + 1));
+    }
+    ~UserShellFolderRedirect()
+    {
+        saved_ ? RegSetKeyValueA(HKEY_CURRENT_USER, kKey, name_, type_, data_, size_)
+               : RegDeleteKeyValueA(HKEY_CURRENT_USER, kKey, name_);
+    }
+    UserShellFolderRedirect(const UserShellFolderRedirect&) = delete;
+    UserShellFolderRedirect& operator=(const UserShellFolderRedirect&) = delete;
+
+private:
+    static constexpr char kKey[] = "Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+    const char* name_;
+    bool saved_ = false;
+    DWORD type_ = REG_NONE, size_ = MAX_PATH;
+    char data_[MAX_PATH] = {};
+};
 
 // ---- functions ------------------------------------------------------------------------------
 

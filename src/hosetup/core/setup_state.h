@@ -16,6 +16,10 @@ constexpr std::size_t kTextCapacity = 256;
 constexpr std::size_t kMessageCapacity = 760;
 constexpr std::size_t kRegistryKeyCapacity = 1024;
 constexpr std::size_t kLanguageInfoSize = 68;
+// Per-user folder values the detection refused: one slot for each value it reads (three of the
+// product's settings key, four of the user's shell folders), each "name: value".
+constexpr std::size_t kIgnoredFolderSlots = 8;
+constexpr std::size_t kIgnoredFolderTextCapacity = kPathCapacity + 32;
 
 // Process exit codes.
 constexpr std::uint32_t kExitSuccess = 0;   // the run finished
@@ -27,7 +31,7 @@ constexpr std::uint32_t kExitProductRunning = 3; // set by the welcome/start pag
 
 // The fields come in three groups, each cleared as one block at entry (see clearSetupState):
 // group 1 runs from instance to aboutFont, group 2 from programFolder to fileRecords, group 3
-// from previousCompileDate to shortcutRecords.
+// from previousCompileDate to cancelConfirmed.
 struct SetupState {
     // Group 1: handles.
     HINSTANCE instance;
@@ -108,6 +112,12 @@ struct SetupState {
     unsigned char laterVersionInstalled;
     unsigned char perUser;
     ShortcutRecord* shortcutRecords; // shortcutCount + 1 records
+    // Filled by the folder detection, written to the log when the installation opens it.
+    char ignoredFolderValues[kIgnoredFolderSlots][kIgnoredFolderTextCapacity];
+    std::uint32_t ignoredFolderCount;
+    // "Yes" was answered to a cancel question: every later progress report stops the work, so a
+    // step that went on past the answer still ends the run at its next report.
+    unsigned char cancelConfirmed;
 
     // Kept outside the groups: group 2's clearing leaves it, the entry point clears it itself.
     unsigned char optionSourceFolder;

@@ -52,9 +52,13 @@ bool waitForProcessPumping(HANDLE process, DWORD* exitCode);
 bool copyFilePumping(const char* source, const char* target, bool failIfExists, bool sourceInForeignFolder);
 
 // install/links.cpp: the product's links, made by the installation and removed by both runs.
+// False when the run is to stop: a cancel confirmed at one of its reports. A link that cannot be
+// made is reported, and the installation goes on without it.
 bool CreateShortcuts();
-// Deletes the desktop link and the Start-menu group of this product and of earlier releases.
-void RemoveShortcuts();
+// Deletes the desktop link and the Start-menu group of this product and of earlier releases (in a
+// per-user installation only the groups' link files, and the groups they leave empty). False when
+// a cancel was confirmed at its report.
+bool RemoveShortcuts();
 const char* const* earlierLinkNames();   // ended by an entry whose first byte is 4
 bool MakeShellLink(struct IShellLinkA* link, struct IPersistFile* persist, const char* target, const char* iconFile,
                    int iconIndex, const char* linkFile, const char* workingFolder, const char* arguments,

@@ -126,9 +126,11 @@ bool RunInstallation()
     if (!paceProgress(0, 100, 2, 40))
         return false;
 
+    // A cancel confirmed while the links are made ends the run there; the installation stays
+    // registered and logged, so the removal can clear it.
     ShowProgressStage(true, 3, 0, 0);
-    if (g_setup.shortcutCount > 0)
-        CreateShortcuts();
+    if (g_setup.shortcutCount > 0 && !CreateShortcuts())
+        return false;
 
     ShowProgressStage(false, 0, 0, 0);
     ShowInstallFinishPage(g_setup.mainWindow);

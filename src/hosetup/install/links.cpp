@@ -2,7 +2,9 @@
 // link that opens the group, made as the last working step of an installation; and their removal
 // under this release's name and the names earlier releases and editions used, by the removal and
 // by the installation before it makes new ones. Only these fixed names are touched; nothing is
-// searched for.
+// searched for. The all-users folders, which only administrators can change, lose the groups
+// whole; a user's own folders, which the user may have pointed anywhere and filled with anything,
+// lose only this product's link files and then the groups they leave empty.
 #include "install/install.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
@@ -61,7 +63,11 @@ enum ShortcutFailure {
     kDesktopLink = 10,
     kGroupFolder = 11,
 };
+// Not a failure: the user confirmed a cancel at a report of the link step.
+constexpr int kStopped = -1;
 
+// The product runs without its links, so a failure is reported and the installation goes on:
+// true, as CreateShortcuts answers then.
 bool reportShortcutFailure(int code)
 {
     if (!g_setup.optionSilent) {
@@ -70,7 +76,7 @@ bool reportShortcutFailure(int code)
         HOI_JoinA(message, sizeof message, eAlertErrorText[17]);
         AlertError(g_setup.mainWindow, message);
     }
-    return false;
+    return true;
 }
 
 // The path of a shell folder's item list, with its closing backslash; false when it cannot be had.
@@ -82,11 +88,15 @@ bool pathOf(LPITEMIDLIST items, char* path)
     return true;
 }
 
-// A shell folder's path, with its backslash, looked up as an item list.
-int shellFolderPath(int csidl, char* path, int lookupFailure, int pathFailure)
+// The link folder of this run, with its backslash: the user's own (taken only where the user
+// could write anyway) for a per-user installation, else the all-users one, looked up as an item
+// list. 0, or the failure code.
+int linkFolderPath(int userCsidl, int commonCsidl, char* path, int lookupFailure, int pathFailure)
 {
+    if (g_setup.perUser > 0)
+        return UserShellFolder(userCsidl, path) ? 0 : pathFailure;
     LPITEMIDLIST items = nullptr;
-    if (SHGetSpecialFolderLocation(nullptr, csidl, &items) != S_OK || !items)
+    if (SHGetSpecialFolderLocation(nullptr, commonCsidl, &items) != S_OK || !items)
         return lookupFailure;
     const bool ok = pathOf(items, path);
     CoTaskMemFree(items);
@@ -148,8 +158,9 @@ struct Links {
     }
 };
 
-// The group links, one per shortcut record; false with the failure code set.
-bool makeGroupLinks(const Links& links, const char* groupFolder)
+// The group links, one per shortcut record: 0 when all are made, kStopped when a cancel was
+// confirmed at a report between them, else the failure code.
+int makeGroupLinks(const Links& links, const char* groupFolder)
 {
     for (int i = 0; i < g_setup.shortcutCount; ++i) {
         const ShortcutRecord& record = g_setup.shortcutRecords[i];
@@ -165,12 +176,25 @@ bool makeGroupLinks(const Links& links, const char* groupFolder)
         if (!linkFileOf(groupFolder, record.name, linkFile) ||
             !MakeShellLink(links.link, links.persist, target, icon, 0, linkFile, workingFolder, record.arguments,
                            kShowNormal, record.name))
-            return false;
+            return kGroupLink;
         const int progress = 70 + (20 * i) / g_setup.shortcutCount;
-        SetProgress(progress < 90 ? progress : 90, 100);
+        if (!SetProgress(progress < 90 ? progress : 90, 100))
+            return kStopped;
         Sleep(100);
     }
-    return true;
+    return 0;
+}
+
+// In a user's own group folder only this product's link files go, then the folder if that left
+// it empty.
+void removeGroupLinks(const char* groupFolder)
+{
+    char linkFile[kPathCapacity];
+    for (int i = 0; i < g_setup.shortcutCount && g_setup.shortcutRecords; ++i) {
+        if (linkFileOf(groupFolder, g_setup.shortcutRecords[i].name, linkFile))
+            DeleteFileAt(linkFile);
+    }
+    RemoveFolder(groupFolder);
 }
 
 } // namespace
@@ -194,17 +218,15 @@ bool CreateShortcuts()
     if (g_setup.shortcutCount < 1)
         return true;
     SetCursor(g_setup.waitCursor);
-    RemoveShortcuts();
-    if (!paceProgress(0, 49, 1, 80))
+    if (!RemoveShortcuts() || !paceProgress(0, 49, 1, 80))
         return false;
 
     char desktop[kPathCapacity];
     char programs[kPathCapacity];
-    int failure = shellFolderPath(g_setup.perUser ? CSIDL_DESKTOPDIRECTORY : CSIDL_COMMON_DESKTOPDIRECTORY, desktop,
-                                  kDesktopLookup, kDesktopPath);
+    int failure = linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, desktop, kDesktopLookup,
+                                 kDesktopPath);
     if (!failure)
-        failure = shellFolderPath(g_setup.perUser ? CSIDL_PROGRAMS : CSIDL_COMMON_PROGRAMS, programs,
-                                  kProgramsLookup, kProgramsPath);
+        failure = linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, programs, kProgramsLookup, kProgramsPath);
     if (failure)
         return reportShortcutFailure(failure);
 
@@ -224,8 +246,11 @@ bool CreateShortcuts()
             return reportShortcutFailure(kLinkObject);
         if (FAILED(links.link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&links.persist))))
             return reportShortcutFailure(kPersistFile);
-        if (!makeGroupLinks(links, groupFolder))
-            return reportShortcutFailure(kGroupLink);
+        const int made = makeGroupLinks(links, groupFolder);
+        if (made == kStopped)
+            return false;
+        if (made)
+            return reportShortcutFailure(made);
 
         // The desktop link opens the group folder.
         char linkFile[kPathCapacity];
@@ -236,7 +261,8 @@ bool CreateShortcuts()
             return reportShortcutFailure(kDesktopLink);
     }
     SetCursor(g_setup.arrowCursor);
-    paceProgress(90, 100, 1, 100);
+    if (!paceProgress(90, 100, 1, 100))
+        return false;
     RedrawWindow(nullptr, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);
     return true;
 }
@@ -246,37 +272,33 @@ const char* const* earlierLinkNames()
     return kEarlierLinkNames;
 }
 
-void RemoveShortcuts()
+bool RemoveShortcuts()
 {
     const bool perUser = g_setup.perUser > 0;
     const char* productName = g_setup.headerBuffer ? g_setup.headerBuffer->productName : "";
     char folder[kPathCapacity];
     char path[kPathCapacity];
 
-    LPITEMIDLIST items = nullptr;
-    if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_DESKTOPDIRECTORY : CSIDL_COMMON_DESKTOPDIRECTORY,
-                                   &items) == S_OK && items) {
-        if (pathOf(items, folder) && desktopLinkOf(folder, productName, path))
+    if (linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, folder, kDesktopLookup,
+                       kDesktopPath) == 0) {
+        if (desktopLinkOf(folder, productName, path))
             DeleteFileAt(path);
         for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-            if (pathOf(items, folder) && desktopLinkOf(folder, *name, path))
+            if (desktopLinkOf(folder, *name, path))
                 DeleteFileAt(path);
         }
-        CoTaskMemFree(items);
     }
 
     if (!SetProgress(10, 100))
-        return;
+        return false;
 
-    items = nullptr;
-    if (SHGetSpecialFolderLocation(nullptr, perUser ? CSIDL_PROGRAMS : CSIDL_COMMON_PROGRAMS, &items) != S_OK ||
-        !items)
-        return;
-    if (pathOf(items, folder) && groupFolderOf(folder, productName, path))
-        DeleteFolderTree(path);
+    if (linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, folder, kProgramsLookup, kProgramsPath) != 0)
+        return true;
+    if (productName[0] && groupFolderOf(folder, productName, path))
+        perUser ? removeGroupLinks(path) : DeleteFolderTree(path);
     for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-        if (pathOf(items, folder) && groupFolderOf(folder, *name, path))
-            DeleteFolderTree(path);
+        if (groupFolderOf(folder, *name, path))
+            perUser ? removeGroupLinks(path) : DeleteFolderTree(path);
     }
-    CoTaskMemFree(items);
+    return true;
 }

@@ -6,6 +6,7 @@
 #include "format/program_files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
+#include "setupdata/setupdata.h"
 #include "ui/ui.h"
 
 #include <cstring>
@@ -140,11 +141,12 @@ bool OpenLog()
     }
     g_setup.logFile = file;
 
-    if (folderExisted) {
-        LogBanner("***** Vistrel %s installation: STARTING, preparing log file, %s *****");
+    LogBanner(folderExisted
+                  ? "***** Vistrel %s installation: STARTING, preparing log file, %s *****"
+                  : "***** Vistrel %s installation: STARTING, creating initial directory and preparing log file, %s *****");
+    LogIgnoredFolderValues();
+    if (folderExisted)
         return true;
-    }
-    LogBanner("***** Vistrel %s installation: STARTING, creating initial directory and preparing log file, %s *****");
     // The parent is logged whether or not this run made it: removing a non-empty folder later
     // fails harmlessly.
     char parent[kPathCapacity] = "";   // stays empty when there is no parent

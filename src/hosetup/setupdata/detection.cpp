@@ -1,6 +1,7 @@
 // Detection of the target folders and of an earlier installation. An installation records its
 // folders below the product key in HKEY_LOCAL_MACHINE (the key itself for current versions, a
-// language subkey for older ones); the product keeps per-user folders in HKEY_CURRENT_USER.
+// language subkey for older ones); the product keeps per-user folders in HKEY_CURRENT_USER, taken
+// only where the user could write anyway (user_folders.cpp).
 // Folders that nothing recorded take defaults below the system's shell folders.
 #include "setupdata/setupdata.h"
 #include "core/core.h"
@@ -101,6 +102,22 @@ bool readMachineFolders()
     return false;
 }
 
+// A folder value of the user's own settings: taken only where the user could write anyway (a
+// standard user may have written it for this elevated program to act on); any other value is
+// noted for the log and the folder keeps its default. "*" keeps the default as it does anywhere.
+void readUserFolder(HKEY key, const char* name, char* folder)
+{
+    char value[kRegistryKeyCapacity];
+    if (!readText(key, name, value, sizeof value) || value[0] == '*')
+        return;
+    if (!isUserWritableChoice(value)) {
+        noteIgnoredFolderValue(name, value);
+        return;
+    }
+    HOI_CopyA(folder, kPathCapacity, value);
+    HOI_PathA(folder, kPathCapacity);
+}
+
 // The product's own per-user settings: the first language key that exists, subkey "General".
 void readUserFolders()
 {
@@ -113,34 +130,39 @@ void readUserFolders()
     if (RegOpenKeyExA(key, "General", 0, KEY_READ, &general) == ERROR_SUCCESS) {
         char name[32];
         HOI_PrintA(name, sizeof name, "PathHOL %d", 1);
-        readFolder(general, name, g_setup.libraryFolder);
+        readUserFolder(general, name, g_setup.libraryFolder);
         HOI_PrintA(name, sizeof name, "PathHOD %d", 1);
-        readFolder(general, name, g_setup.drawingFolder);
+        readUserFolder(general, name, g_setup.drawingFolder);
         HOI_PrintA(name, sizeof name, "PathINF %d", 1);
-        readFolder(general, name, g_setup.settingFolder);
+        readUserFolder(general, name, g_setup.settingFolder);
         RegCloseKey(general);
     }
     RegCloseKey(key);
 }
 
-// A shell folder (created when missing); empty when the system cannot name it.
+// A shell folder with its backslash (created when missing); empty when the system cannot name
+// it, or names for a user's own folder none the user could write anyway.
 void shellFolder(int csidl, char* folder)
 {
-    if (SHGetFolderPathA(nullptr, csidl | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, folder) != S_OK)
-        HOI_InitA(folder);
+    if (UserShellFolder(csidl, folder))
+        SHCreateDirectoryExA(nullptr, folder, nullptr);
 }
 
 // A folder still "*" takes shell folder + productFolderWord (+ relative folder); a folder that
-// came from the registry clears its default flag instead.
+// came from the registry clears its default flag instead. Without a shell folder it stays empty,
+// which the later steps refuse: the product's word alone would be a relative path.
 void settleFolder(char* folder, unsigned char* defaultFlag, int csidl, int relative)
 {
     if (folder[0] != '*') {
         *defaultFlag = 0;
         return;
     }
-    char base[MAX_PATH + 1] = {};
+    char base[kPathCapacity];
     shellFolder(csidl, base);
-    HOI_PathA(base, sizeof base);
+    if (!base[0]) {
+        HOI_InitA(folder);
+        return;
+    }
     HOI_CopyA(folder, kPathCapacity, base, g_setup.productFolderWord,
               relative ? eRelativePaths[relative] : nullptr);
     HOI_PathA(folder, kPathCapacity);
@@ -163,19 +185,30 @@ void DetectFolders()
     g_setup.settingFolderDefault = 1;
     g_setup.drawingFolderDefault = 1;
     g_setup.libraryFolderDefault = 1;
+    g_setup.ignoredFolderCount = 0;
 
-    if (!readMachineFolders())
+    // The per-user values are judged against the installation and data folders, so those two
+    // settle first; no other folder depends on them.
+    const bool recorded = readMachineFolders();
+    settleFolder(g_setup.installFolder, &g_setup.installFolderDefault, CSIDL_PROGRAM_FILES, 0);
+    settleFolder(g_setup.commonDataFolder, &g_setup.commonDataFolderDefault, CSIDL_COMMON_APPDATA, 0);
+    if (!recorded)
         readUserFolders();
 
     const int documents = g_setup.perUser ? CSIDL_PERSONAL : CSIDL_COMMON_DOCUMENTS;
-    settleFolder(g_setup.installFolder, &g_setup.installFolderDefault, CSIDL_PROGRAM_FILES, 0);
-    settleFolder(g_setup.commonDataFolder, &g_setup.commonDataFolderDefault, CSIDL_COMMON_APPDATA, 0);
     settleFolder(g_setup.userDataFolder, &g_setup.userDataFolderDefault,
                  g_setup.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA, 0);
     settleFolder(g_setup.documentsFolder, &g_setup.documentsFolderDefault, documents, 0);
     settleFolder(g_setup.libraryFolder, &g_setup.libraryFolderDefault, documents, kRelativeLibraries);
     settleFolder(g_setup.drawingFolder, &g_setup.drawingFolderDefault, documents, kRelativeDrawings);
     settleFolder(g_setup.settingFolder, &g_setup.settingFolderDefault, documents, kRelativeSettings);
+    if (g_setup.perUser) {
+        // The link steps look these up again; looking them up now notes a refused value before
+        // the installation opens its log.
+        char links[kPathCapacity];
+        UserShellFolder(CSIDL_PROGRAMS, links);
+        UserShellFolder(CSIDL_DESKTOPDIRECTORY, links);
+    }
 
     NameBackupFolder();
     showCursor(g_setup.arrowCursor);

@@ -160,6 +160,7 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
             g_setup.progressDialog = nullptr;
             g_setup.cancelRequested = 0;
         }
+        g_setup.cancelConfirmed = 0;
         return true;
     }
 
@@ -170,7 +171,6 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
         HOI_CopyA(g_setup.progressText, sizeof g_setup.progressText, eMessageText[band.text]);
     g_setup.progressValue = value;
     g_setup.progressTotal = total;
-    g_setup.cancelRequested = 0;
 
     if (g_setup.progressDialog) {
         HWND text = GetDlgItem(g_setup.progressDialog, IDC_MAIN_TEXT);
@@ -188,8 +188,9 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
     }
     // The stage's first report pumps and puts the bar at the band start, but it does not ask: its
     // answer could not stop the work, since this function's result only tells whether the window
-    // exists. A cancel clicked in this pump (or a close of the main window) stays requested and
-    // is asked at the stage's next report, where "Yes" ends the run.
+    // exists. A cancel clicked in this pump, or after the last report of the stage before (or a
+    // close of the main window), stays requested and is asked at the stage's next report, where
+    // "Yes" ends the run: a request is cleared only where it is asked.
     reportProgress(0, 0);
     return true;
 }
@@ -197,6 +198,10 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
 bool SetProgress(std::int64_t value, std::int64_t total)
 {
     if (!reportProgress(value, total))
+        return false;
+    // Once confirmed, a cancel stops every later report too: a step that goes on past a false
+    // answer (a clean-up that is only cut short) still ends the run at the next one.
+    if (g_setup.cancelConfirmed)
         return false;
     if (!g_setup.cancelRequested)
         return true;
@@ -206,5 +211,8 @@ bool SetProgress(std::int64_t value, std::int64_t total)
         return true;
     const bool removal = g_setup.progressStage >= kFirstRemovalStage && g_setup.progressStage <= kLastRemovalStage;
     const int question = removal ? kRemovalCancelQuestion : kInstallCancelQuestion;
-    return AlertQuestion(g_setup.mainWindow, eMessageText[question]) != kButtonYes;
+    if (AlertQuestion(g_setup.mainWindow, eMessageText[question]) != kButtonYes)
+        return true;
+    g_setup.cancelConfirmed = 1;
+    return false;
 }

@@ -216,6 +216,29 @@ TEST_F(WholeRun, ACancelInEachPacingLoopIsAskedAbout)
     EXPECT_FALSE(fileExists(folders_.desktop + "Vistrel Test.lnk"));
 }
 
+// A cancel confirmed while the links are made ends the run there (2): the installation stays registered
+// and its log closed, so its removal clears it.
+TEST_F(WholeRun, ACancelConfirmedWhileTheLinksAreMadeEndsTheRun)
+{
+    SetupChild run("\"" + build(samplePackage()) + "hosetup.exe\"");
+    ASSERT_TRUE(run.passPages(2));
+    HWND progress = run.progress();
+    for (const DWORD start = GetTickCount();
+         controlText(progress, IDC_MAIN_TEXT) != eMessageText[26] && GetTickCount() - start < kRunTimeout;)
+        Sleep(20);
+    clickButton(progress, IDCANCEL);
+    EXPECT_EQ(run.alertText(), eMessageText[2]);
+    ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+    EXPECT_EQ(run.exitCode(), 2u);
+    const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
+    ASSERT_GT(log.size(), 2u);
+    EXPECT_NE(log[log.size() - 2].find(": EXITING, "), std::string::npos) << log[log.size() - 2];
+    EXPECT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 0u);
+    for (const std::string& path : {folders_.install + "hovistrel.exe", folders_.programs + "Vistrel Test",
+                                    folders_.desktop + "Vistrel Test.lnk"})
+        EXPECT_FALSE(fileExists(path)) << path;
+}
+
 // Closing the main window (Alt+F4, the taskbar) while the files are copied is the cancel request: the
 // question comes, No lets the installation finish (0), Yes stops it (2). In a silent run it is ignored.
 TEST_F(WholeRun, ClosingTheMainWindowDuringTheCopyAsksToCancel)

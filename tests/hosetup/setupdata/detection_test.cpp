@@ -1,11 +1,15 @@
 // Folder and earlier-installation detection, one row per recorded state, against the real
-// registry of the test's prefix and its real shell folders.
+// registry of the test's prefix and its real shell folders; per-user values the user could not
+// have written to anyway are ignored, and the log names them.
 #include "setupdata_fixture.h"
 
+#include "install/install.h"
 #include "packages.h"
+#include "registry_checks.h"
 
 #include <shlobj.h>
 
+#include <optional>
 #include <vector>
 
 namespace {
@@ -31,6 +35,8 @@ struct Row {
     const char* recorded[4];   // install, library, drawing, setting; null: the default
     bool perUser, update, logCarriedOver, later;
     const char* previousDate;
+    const char* personal = nullptr;      // the user's documents folder pointed here
+    std::vector<const char*> ignored{};  // the log's lines of ignored values, in order
 };
 
 const Row kRows[] = {
@@ -56,6 +62,15 @@ const Row kRows[] = {
      {nullptr, "J:\\Libraries\\", nullptr, "J:\\Settings\\"}, false, false, false, false, kNoDate},
     {"per-user folders from the English key", {{kUser, "\\English\\General", "PathHOL 1", "K:\\English"}},
      {nullptr, "K:\\English\\"}, false, false, false, false, kNoDate},
+    {"per-user folders in the Windows folder, another user's profile, relative: the defaults",
+     {{kUser, "\\English\\General", "PathHOL 1", "c:\\windows\\System32"},
+      {kUser, "\\English\\General", "PathHOD 1", "C:\\Users\\Other\\Documents\\"},
+      {kUser, "\\English\\General", "PathINF 1", "Settings\r\nC:\\x"}},
+     {}, false, false, false, false, kNoDate, nullptr,
+     {"PathHOL 1: c:\\windows\\System32", "PathHOD 1: C:\\Users\\Other\\Documents\\", "PathINF 1: Settings??C:\\x"}},
+    {"the user's documents folder pointed into the Windows folder: its default",
+     {{kMachine, "", "PathLocal", "E:\\Programs\\Vistrel"}, {kMachine, "", "UserMode", nullptr, 1}},
+     {"E:\\Programs\\Vistrel\\"}, true, true, true, false, kNoDate, "C:\\Windows", {"Personal: C:\\Windows\\"}},
 };
 
 using Detection = SetupStateTest;
@@ -72,7 +87,12 @@ TEST_F(Detection, RecordedStates)
                                       v.text ? static_cast<const void*>(v.text) : &v.number,
                                       v.text ? lstrlenA(v.text) + 1 : 4), ERROR_SUCCESS);
         g_setup.perUser = 0;   // as a run without the per-user option starts
-        DetectFolders();
+        {
+            std::optional<UserShellFolderRedirect> redirect;
+            if (row.personal)
+                redirect.emplace("Personal", row.personal);
+            DetectFolders();
+        }
         EXPECT_EQ(g_setup.perUser, row.perUser);
         // Each folder is the recorded one with its default flag cleared, or its default.
         const std::string documents = shellFolder(row.perUser ? CSIDL_PERSONAL : CSIDL_COMMON_DOCUMENTS) + kWord;
@@ -88,6 +108,16 @@ TEST_F(Detection, RecordedStates)
         }
         EXPECT_EQ(g_setup.userDataFolder, shellFolder(row.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA) + kWord);
         EXPECT_EQ(g_setup.documentsFolder, documents);
+        // The installation's log names each ignored value in a line the removal skips.
+        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, scratch_.c_str());
+        DeleteFileA((scratch_ + "hosetup.log").c_str());
+        ASSERT_TRUE(OpenLog());
+        CloseLog();
+        std::vector<std::string> ignored;
+        const std::string log = readFile(scratch_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
+        for (std::size_t at = log.find(mark); at != std::string::npos; at = log.find(mark, at + 1))
+            ignored.push_back(log.substr(at + mark.size(), log.find(" *****\r\n", at) - at - mark.size()));
+        EXPECT_EQ(ignored, std::vector<std::string>(row.ignored.begin(), row.ignored.end()));
 
         HOI_CopyA(g_setup.packageCompileDate, kTextCapacity, "2024-05-17");
         g_setup.updateInstall = g_setup.logCarriedOver = g_setup.laterVersionInstalled = 1;   // cleared first

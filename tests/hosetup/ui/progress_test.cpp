@@ -21,17 +21,27 @@ TEST_F(ProgressWindow, CancelIsAskedAtTheNextSetProgressAndADeclinedCancelGoesOn
 {
     // The cancel button and No: the run goes on. Escape and Yes: a removal stage's question stops it.
     // A click still queued when the next stage begins is pumped by that stage's first report, which
-    // must not ask (its answer could stop nothing): the stage's next report asks, and Yes stops.
-    const struct { std::uint32_t stage; bool escape, stageBegins; int button; bool goesOn; int question; } rows[] = {
-        {1, false, false, IDC_ALERT_BUTTON2, true, 2},
-        {5, true, false, IDC_ALERT_BUTTON1, false, 17},
-        {0, false, true, IDC_ALERT_BUTTON1, false, 2}};
+    // must not ask (its answer could stop nothing); a click pumped before it began (a wait for the
+    // unpacker pumps too) must not be dropped by it: the stage's next report asks, and Yes stops.
+    // A Yes stops every later report as well, without a question, until the progress window goes.
+    enum Opening { kNoStage, kQueued, kPumpedBefore };
+    const struct { std::uint32_t stage; bool escape; Opening opening; int button; bool goesOn; int question; } rows[] = {
+        {1, false, kNoStage, IDC_ALERT_BUTTON2, true, 2},
+        {5, true, kNoStage, IDC_ALERT_BUTTON1, false, 17},
+        {0, false, kQueued, IDC_ALERT_BUTTON1, false, 2},
+        {2, false, kPumpedBefore, IDC_ALERT_BUTTON1, false, 2}};
+    auto pump = [] {
+        for (int i = 0; i < 40; ++i, Sleep(10))
+            pumpWindowMessages();
+    };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.stage);
         ASSERT_TRUE(ShowProgressStage(true, row.stage, 0, 100));
         // The request is only recorded: no question while the main loop runs.
         row.escape ? pressEscape(g_setup.progressDialog) : clickButton(g_setup.progressDialog, IDCANCEL);
-        if (row.stageBegins) {
+        if (row.opening == kPumpedBefore)
+            pump();
+        if (row.opening != kNoStage) {
             withScript([] {
                 if (HWND early = waitForDialog(kAlert, 2000)) {
                     ADD_FAILURE() << "asked at the stage's first report";
@@ -39,8 +49,7 @@ TEST_F(ProgressWindow, CancelIsAskedAtTheNextSetProgressAndADeclinedCancelGoesOn
                 }
             }, [&] { ShowProgressStage(true, row.stage + 1, 0, 100); });
         }
-        for (int i = 0; i < 40; ++i, Sleep(10))
-            pumpWindowMessages();
+        pump();
         EXPECT_EQ(g_setup.cancelRequested, 1);
         EXPECT_EQ(findDialog(kAlert), nullptr);
         std::string question;
@@ -48,7 +57,10 @@ TEST_F(ProgressWindow, CancelIsAskedAtTheNextSetProgressAndADeclinedCancelGoesOn
         withScript([&] { question = answerAlert(row.button); }, [&] { goesOn = SetProgress(10, 100); });
         EXPECT_EQ(goesOn, row.goesOn);
         EXPECT_EQ(question, eMessageText[row.question]);
-        EXPECT_EQ(g_setup.cancelRequested, 0);   // answered once: the next call neither asks nor stops
+        EXPECT_EQ(g_setup.cancelRequested, 0);   // answered once: the next call does not ask again
+        ShowProgressStage(true, row.stage + 1, 0, 100);
+        EXPECT_EQ(SetProgress(20, 100), row.goesOn);
+        ShowProgressStage(false, 0, 0, 0);
     }
 }
 
