@@ -210,7 +210,18 @@ bool MakeShellLink(IShellLinkA* link, IPersistFile* persist, const char* target,
     wchar_t wideName[kPathCapacity];
     if (!HOI_ConvertAnsiToUTF16(linkFile, wideName, kPathCapacity))
         return false;
-    return SUCCEEDED(persist->Save(wideName, TRUE));
+    // The shell writes the link file by its name. A file already there (a user's folder may hold
+    // a planted link under the name) goes first through the checked deletion, and the new file
+    // must then be found where it was meant; otherwise it is not counted as made.
+    if (PathExists(linkFile) && !DeleteFileAt(linkFile))
+        return false;
+    if (FAILED(persist->Save(wideName, TRUE)))
+        return false;
+    HANDLE made = openChecked(linkFile, FILE_READ_ATTRIBUTES, false);
+    if (!made)
+        return false;
+    CloseHandle(made);
+    return true;
 }
 
 bool CreateShortcuts()

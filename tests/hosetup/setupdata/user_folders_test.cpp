@@ -2,6 +2,7 @@
 // folder is used only where the user could write anyway.
 #include "setupdata_fixture.h"
 
+#include "host_links.h"
 #include "packages.h"
 
 #include <shlobj.h>
@@ -9,34 +10,6 @@
 namespace {
 
 constexpr char kWord[] = "Harwick-Orbel\\Vistrel (64-bit)\\";
-
-// The host path of a Windows path, from Wine's own export.
-std::string unixPath(const std::string& path)
-{
-    using UnixName = char*(CDECL*)(const wchar_t*);
-    const auto unixName =
-        reinterpret_cast<UnixName>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name"));
-    wchar_t wide[MAX_PATH] = {};
-    MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
-    char* name = unixName ? unixName(wide) : nullptr;
-    const std::string text = name ? name : "";
-    HeapFree(GetProcessHeap(), 0, name);
-    return text;
-}
-
-// Runs the host's ln or rm (see CMakeLists) on host paths. Wine starts a Unix program without a
-// handle to wait on, so this waits for its effect: path there or gone. Windows cannot delete a
-// host link under Wine (it acts on the link's target), hence rm.
-bool runHostTool(const char* tool, const std::string& arguments, const std::string& path, bool there)
-{
-    ChildProcess child;
-    startProcess("\"" + testBinFolder() + tool + "\" " + arguments, &child);
-    for (const DWORD start = GetTickCount(); GetTickCount() - start < 30000; Sleep(20)) {
-        if ((GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES) == there)
-            return true;
-    }
-    return false;
-}
 
 using UserFolders = SetupStateTest;
 
@@ -51,7 +24,7 @@ TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
     // test, since whatever deletes the scratch folder follows the link under Wine.
     const std::string target = programData + "HarwickOrbelLinkTarget", link = scratch_ + "link";
     ASSERT_TRUE(CreateDirectoryA(target.c_str(), nullptr));
-    ASSERT_TRUE(runHostTool("hostln", "-s " + unixPath(target) + " " + unixPath(link), link, true));
+    ASSERT_TRUE(makeHostLink(link, target));
     char upper[MAX_PATH];
     HOI_CopyA(upper, sizeof upper, (windows + "System32\\Drivers\\").c_str());
     CharUpperA(upper);
@@ -78,7 +51,7 @@ TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
     };
     for (const auto& row : rows)
         EXPECT_EQ(isUserWritableChoice(row.path.c_str()), row.allowed) << row.what << ": " << row.path;
-    EXPECT_TRUE(runHostTool("hostrm", unixPath(link), link, false));
+    EXPECT_TRUE(removeHostLink(link));
     RemoveDirectoryA(target.c_str());
 }
 
