@@ -7,7 +7,7 @@
 // whose raw data ends last, leaving out two fields of the optional header: the CheckSum (4 bytes)
 // and the Certificate Table entry of the data directories (8 bytes). That is every byte the
 // loader maps, and nothing that code signing changes: a signature is appended after the sections
-// (with zero padding) and recorded in those two fields. own_digests.py applies the same rule to
+// (with zero padding) and recorded in those two fields. cmake/own_digests.py applies the same rule to
 // the built files at build time; the two must be changed together.
 #include "core/core.h"
 #include "strings/hoi_strings.h"

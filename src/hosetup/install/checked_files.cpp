@@ -102,12 +102,14 @@ bool finalPathIs(HANDLE handle, const char* path)
     return length > 0 && length < sizeof longPath && samePath(final, longPath);
 }
 
-HANDLE openChecked(const char* path, DWORD access, bool folder)
+namespace {
+
+HANDLE openCheckedSharing(const char* path, DWORD access, DWORD share, bool folder)
 {
     char name[kPathCapacity];
     if (!nameToOpen(path, name, sizeof name))
         return nullptr;
-    HANDLE handle = openRaw(name, access, kShareAll, OPEN_EXISTING, folder);
+    HANDLE handle = openRaw(name, access, share, OPEN_EXISTING, folder);
     if (!handle)
         return nullptr;
     if (!finalPathIs(handle, name) || isLink(handle) || isFolder(handle) != folder)
@@ -115,12 +117,33 @@ HANDLE openChecked(const char* path, DWORD access, bool folder)
     return handle;
 }
 
+// A copy's source in a foreign folder: only the file itself must not be a link.
+HANDLE openForeignSource(const char* path)
+{
+    char name[kPathCapacity];
+    if (!nameToOpen(path, name, sizeof name))
+        return nullptr;
+    HANDLE handle = openRaw(name, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, false);
+    if (handle && !isPlainFileIn(handle, name))
+        return refuse(handle, false);
+    return handle;
+}
+
+} // namespace
+
+HANDLE openChecked(const char* path, DWORD access, bool folder)
+{
+    return openCheckedSharing(path, access, kShareAll, folder);
+}
+
 HANDLE createChecked(const char* path, bool replace, DWORD share)
 {
     char name[kPathCapacity];
     if (!nameToOpen(path, name, sizeof name))
         return nullptr;
-    const DWORD access = GENERIC_READ | GENERIC_WRITE | DELETE;
+    // Delete access only for a file made here, which a refusal takes away again: asking it of an
+    // existing file would fail where another program holds it without delete sharing.
+    const DWORD access = GENERIC_READ | GENERIC_WRITE;
     // Two tries: a file that appears between "not there" and the creation is opened as existing.
     for (int attempt = 0; attempt < 2; ++attempt) {
         // An existing file is checked before anything is written to it; only then is it emptied.
@@ -137,7 +160,7 @@ HANDLE createChecked(const char* path, bool replace, DWORD share)
         }
         if (GetLastError() != ERROR_FILE_NOT_FOUND)
             return nullptr;
-        handle = openRaw(name, access, share, CREATE_NEW, false);
+        handle = openRaw(name, access | DELETE, share, CREATE_NEW, false);
         if (handle)
             return finalPathIs(handle, name) ? handle : refuse(handle, true);
         if (GetLastError() != ERROR_FILE_EXISTS)
@@ -184,7 +207,9 @@ bool createFolderChecked(const char* folder)
     const bool made = CreateDirectoryA(name, nullptr) != FALSE;
     if (!made && GetLastError() != ERROR_ALREADY_EXISTS)
         return false;
-    HANDLE handle = openRaw(name, DELETE | FILE_READ_ATTRIBUTES, kShareAll, OPEN_EXISTING, true);
+    // Delete access only for a folder made here: an existing one (a profile's Temp, say) may be
+    // open elsewhere without delete sharing, and is never deleted by this call anyway.
+    HANDLE handle = openRaw(name, (made ? DELETE : 0) | FILE_READ_ATTRIBUTES, kShareAll, OPEN_EXISTING, true);
     if (!handle)
         return false;
     if (!finalPathIs(handle, name) || isLink(handle) || !isFolder(handle)) {
@@ -216,18 +241,11 @@ bool isPlainFileIn(HANDLE handle, const char* path)
 
 bool copyChecked(const char* source, const char* target, const CopyRules& rules)
 {
-    char sourceName[kPathCapacity];
-    if (!nameToOpen(source, sourceName, sizeof sourceName))
-        return false;
-    HANDLE in = openRaw(sourceName, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING, false);
+    // Read sharing only: the source cannot change while it is copied.
+    HANDLE in = rules.sourceInForeignFolder ? openForeignSource(source)
+                                            : openCheckedSharing(source, GENERIC_READ, FILE_SHARE_READ, false);
     if (!in)
         return false;
-    const bool sourceOk = rules.sourceInForeignFolder ? isPlainFileIn(in, sourceName)
-                                                      : finalPathIs(in, sourceName) && !isLink(in) && !isFolder(in);
-    if (!sourceOk) {
-        refuse(in, false);
-        return false;
-    }
     HANDLE out = createChecked(target, !rules.failIfExists, 0);
     if (!out) {
         CloseHandle(in);
@@ -261,7 +279,7 @@ bool copyChecked(const char* source, const char* target, const CopyRules& rules)
     }
     CloseHandle(in);
     if (!ok)
-        deleteOnHandle(out);   // no partial copy stays
+        deleteOnHandle(out);   // a new file's partial copy goes; a replaced one is left to the caller
     CloseHandle(out);
     return ok;
 }

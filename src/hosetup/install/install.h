@@ -79,6 +79,8 @@ void CloseLog();
 void LogText(const char* text);                         // one line, when a log is open
 void LogBanner(const char* format);                     // format takes the mode word and the time
 void LogTimedLine(const char* format);                  // format takes the time only
+// One "*****" line per per-user folder value the detection ignored (setupdata's note).
+void LogIgnoredFolderValues();
 
 // install/file_transfer.cpp
 bool CopyFiles();

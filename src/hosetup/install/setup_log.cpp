@@ -88,6 +88,16 @@ void LogBanner(const char* format)
     WriteLogLine(g_setup.logFile, line, length);
 }
 
+void LogIgnoredFolderValues()
+{
+    // A banner line: the removal skips every line that starts with "*", so it never acts on one.
+    for (std::uint32_t i = 0; i < g_setup.ignoredFolderCount && i < kIgnoredFolderSlots; ++i) {
+        char line[kMessageCapacity];
+        HOI_PrintA(line, sizeof line, "***** Ignored per-user folder value %s *****", g_setup.ignoredFolderValues[i]);
+        LogText(line);
+    }
+}
+
 bool MakeFolderChain(const char* path, bool logIt)
 {
     char folder[kPathCapacity];

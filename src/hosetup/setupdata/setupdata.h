@@ -81,8 +81,6 @@ bool isUserWritableChoice(const char* path);
 bool UserShellFolder(int csidl, char* folder);
 // Remembers a refused per-user value ("name: value") for the log, each once.
 void noteIgnoredFolderValue(const char* name, const char* value);
-// One "*****" line per remembered value into the open log.
-void LogIgnoredFolderValues();
 
 // setupdata/backup_folder.cpp
 // backupFolder := commonDataFolder + the backups root + a stamp of the current local time.

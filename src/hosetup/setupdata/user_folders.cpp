@@ -7,7 +7,6 @@
 #include "setupdata/setupdata.h"
 #include "core/core.h"
 #include "format/name_rules.h"
-#include "install/install.h"
 #include "strings/hoi_strings.h"
 
 #include <shlobj.h>
@@ -81,14 +80,12 @@ bool withBackslash(const char* text, char* folder)
 // The path the file system gives an open folder, as "X:\...\"; false for a network path.
 bool finalFolderOf(HANDLE handle, char* folder)
 {
-    char final[kPathCapacity + 8];
-    const DWORD length = GetFinalPathNameByHandleA(handle, final, sizeof final, FILE_NAME_NORMALIZED | VOLUME_NAME_DOS);
-    if (length == 0 || length >= sizeof final || std::strncmp(final, "\\\\?\\", 4) != 0)
+    char final[kPathCapacity];
+    if (!finalPathOf(handle, final, sizeof final))
         return false;
-    char* dos = final + 4;
-    if (!isDriveLetter(dos[0]) || dos[1] != ':' || dos[2] != '\\')
-        return false;   // "\\?\UNC\server\share\..."
-    return withBackslash(dos, folder);
+    if (!isDriveLetter(final[0]) || final[1] != ':' || final[2] != '\\')
+        return false;   // "\\server\share\..."
+    return withBackslash(final, folder);
 }
 
 // The canonical form of a plain drive folder: its longest part that exists as the file system
@@ -280,14 +277,4 @@ void noteIgnoredFolderValue(const char* name, const char* value)
     }
     if (g_setup.ignoredFolderCount < kIgnoredFolderSlots)
         HOI_CopyA(g_setup.ignoredFolderValues[g_setup.ignoredFolderCount++], kIgnoredFolderTextCapacity, text);
-}
-
-void LogIgnoredFolderValues()
-{
-    // A banner line: the removal skips every line that starts with "*", so it never acts on one.
-    for (std::uint32_t i = 0; i < g_setup.ignoredFolderCount && i < kIgnoredFolderSlots; ++i) {
-        char line[kMessageCapacity];
-        HOI_PrintA(line, sizeof line, "***** Ignored per-user folder value %s *****", g_setup.ignoredFolderValues[i]);
-        LogText(line);
-    }
 }
