@@ -153,8 +153,9 @@ void CopyField(char* field, std::size_t fieldSize, const std::string& text);
 std::string FieldText(const char* field, std::size_t fieldSize);
 
 // distribution.cpp
+// Members are written on `jobs` threads (at least one); the output does not depend on the number.
 bool WriteDistribution(PackageLayout& layout, const fs::path& outDir, const std::string& compileDate,
-                       Diagnostics& diag);
+                       unsigned jobs, Diagnostics& diag);
 
 // list.cpp
 int ListDistribution(const fs::path& dir, std::ostream& out, Diagnostics& diag);

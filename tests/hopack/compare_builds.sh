@@ -2,7 +2,8 @@
 # One package built by the native hopack and by hopack.exe under Wine: the distributions and listings
 # must be identical byte for byte, with the own files and the product's .exe "signed" by a command
 # that appends a marker: through /bin/sh natively (from a temporary folder whose path needs
-# quoting) and through cmd in hopack.exe. usage: compare_builds.sh NATIVE_HOPACK HOPACK_EXE WINE_RUN (77: skipped)
+# quoting) and through cmd in hopack.exe; the native build on one thread, hopack.exe on one per
+# processor. usage: compare_builds.sh NATIVE_HOPACK HOPACK_EXE WINE_RUN (77: skipped)
 native=$1 windows=$2 winerun=$3
 [ -x "$native" ] && [ -f "$windows" ] && command -v wine >/dev/null 2>&1 ||
     { echo "skipped: needs $native, $windows and wine"; exit 77; }
@@ -26,7 +27,7 @@ name = 'Vistrel 6'
 label = "Vistrel 6.2 Caf\u00e9"
 compile_date = 2024-05-17
 TOML
-TMPDIR="$work/tmp dir's" "$native" build pkg/package.toml out-native --program prog --sign-product \
+TMPDIR="$work/tmp dir's" "$native" build pkg/package.toml out-native --program prog --sign-product --jobs 1 \
     --sign-command 'cat marker >> $f' || { echo "native hopack failed"; exit 1; }
 "$winerun" "$windows" build pkg/package.toml out-windows --program prog --sign-product \
     --sign-command 'type marker >> $f' || { echo "hopack.exe failed"; exit 1; }
