@@ -108,7 +108,7 @@ bool WriteMember(PlannedRecord& planned, std::size_t index, const fs::path& outD
     return Publish(part, final, diag);
 }
 
-// Writes the members of all records on up to `jobs` threads, which take the records in order.
+// Writes the members of all records on up to `jobs` threads, which take the records largest first.
 // Each record is written, and its sizes set, by one thread only, and each thread reports into
 // the record's own diagnostics; they are gathered in record order afterwards, so the messages do
 // not depend on the threads either. Once a member fails no thread starts another.
@@ -124,12 +124,21 @@ bool WriteMembers(PackageLayout& layout, const fs::path& outDir, const std::stri
         written.push_back(outDir / (MemberName(i) + kPartSuffix));
         written.push_back(outDir / MemberName(i));
     }
-    std::vector<Diagnostics> reports(indexes.size());
+    // The largest files are started first, so that no thread is left alone with a large file at
+    // the end while the others have nothing to do; the order changes nothing in the output.
+    std::vector<std::uintmax_t> sizes(layout.files.size(), 0);
+    for (std::size_t i : indexes) {
+        std::error_code ec;
+        sizes[i] = fs::file_size(layout.files[i].source, ec);
+    }
+    std::stable_sort(indexes.begin(), indexes.end(),
+                     [&](std::size_t a, std::size_t b) { return sizes[a] > sizes[b]; });
+    std::vector<Diagnostics> reports(layout.files.size());
     std::atomic<std::size_t> next{0};
     std::atomic<bool> failed{false};
     const auto work = [&] {
         for (std::size_t k = next++; k < indexes.size() && !failed; k = next++)
-            if (!WriteMember(layout.files[indexes[k]], indexes[k], outDir, compileDate, reports[k]))
+            if (!WriteMember(layout.files[indexes[k]], indexes[k], outDir, compileDate, reports[indexes[k]]))
                 failed = true;
     };
     const std::size_t threads = std::min<std::size_t>(std::max(jobs, 1u), indexes.size());
