@@ -3,16 +3,19 @@
 # `zip -r` of the same tree (one archive; zip has no threads, so it is timed pinned to one core and
 # free to use them all), and checks that both hopack runs made the same distribution.
 #
-#   tools/bench/hopack_bench.sh [FILES] [MEGABYTES]
+#   tools/bench/hopack_bench.sh [FILES] [MEGABYTES] [RUNS]
 #
-# FILES (default 1500) small files of 0.5-96 KB, plus 40 of 1-6 MB and 6 large ones filling the
-# tree up to MEGABYTES (default 200); text, binary and incompressible content 5:3:2, seeded, so
-# every run packs the same tree. Uses the native hopack (build/dist/hopack) or $HOPACK. Prints
-# figures only; it is not a test.
+# FILES (default 1500) small files of 0.5-96 KB, plus 40 of 1-6 MB and 6 large ones that fill the
+# tree up to MEGABYTES (default 250) where the others leave room; text, binary and incompressible content 5:3:2, seeded, so
+# every run packs the same tree. Each figure is the best of RUNS (default 3) runs after a warm-up
+# run, with the processor time beside it, since other work on the machine stretches the wall
+# time; the load average is printed with them. Uses the native hopack (build/dist/hopack) or
+# $HOPACK. Prints figures only; it is not a test.
 set -eu
 here=$(cd "$(dirname "$0")/../.." && pwd)
 files=${1:-1500}
-megabytes=${2:-200}
+megabytes=${2:-250}
+runs=${3:-3}
 hopack=${HOPACK:-$here/build/dist/hopack}
 [ -x "$hopack" ] || { echo "no $hopack: build the native preset first or set HOPACK" >&2; exit 2; }
 command -v zip >/dev/null || { echo "needs zip" >&2; exit 2; }
@@ -53,32 +56,42 @@ count=$(find "$work/tree/files" -type f | wc -l)
 size=$(du -sm "$work/tree/files" | cut -f1)
 sync
 
-# seconds COMMAND...: the wall-clock time of one run, after one warm-up run has filled the page cache.
-seconds() {
-    start=$(date +%s.%N)
-    "$@" >/dev/null
-    awk -v a="$start" -v b="$(date +%s.%N)" 'BEGIN { printf "%.2f", b - a }'
+# best CLEAN COMMAND: "WALL CPU" seconds of the run of COMMAND (a shell command) with the shortest
+# wall time among $runs, each after CLEAN; a first run, untimed, fills the page cache.
+best() {
+    : >"$work/times"
+    sh -c "$1; $2" >/dev/null
+    for run in $(seq "$runs"); do
+        sh -c "$1"
+        /usr/bin/time -f "%e %U %S" -a -o "$work/times" sh -c "$2" >/dev/null
+    done
+    sort -n "$work/times" | awk 'NR == 1 { printf "%.2f %.2f", $1, $2 + $3 }'
 }
-# pack OUT JOBS: one hopack build into $work/OUT.
-pack() { rm -rf "${work:?}/$1"; "$hopack" build "$work/tree/bench.toml" "$work/$1" --program "$work/program" --jobs "$2"; }
-# zipall [CORE]: zip -r of the tree, pinned to CORE when given (and taskset is there).
+# The command that runs one on core 0 (when taskset is there).
+pinned() { command -v taskset >/dev/null && echo "taskset -c 0"; }
+# hopack with JOBS threads into $work/OUT: pack OUT JOBS; one thread runs pinned to one core.
+pack() {
+    pin=; [ "$2" -eq 1 ] && pin=$(pinned)
+    echo "$pin '$hopack' build '$work/tree/bench.toml' '$work/$1' --program '$work/program' --jobs $2"
+}
+# zip -r of the tree, pinned to one core when "pinned" is given.
 zipall() {
-    rm -f "$work/tree.zip"
-    set -- ${1:+$(command -v taskset >/dev/null && echo "taskset -c $1")}
-    (cd "$work/tree" && "$@" zip -q -r "$work/tree.zip" files)
+    pin=; [ "${1:-}" = pinned ] && pin=$(pinned)
+    echo "cd '$work/tree' && $pin zip -q -r '$work/tree.zip' files"
 }
 
-pack one 1 >/dev/null
-hopack_one=$(seconds pack one 1)
-hopack_all=$(seconds pack all "$cores")
+load=$(cut -d' ' -f1-3 /proc/loadavg)
+hopack_one=$(best "rm -rf '$work/one'" "$(pack one 1)")
+hopack_all=$(best "rm -rf '$work/all'" "$(pack all "$cores")")
 diff -r "$work/one" "$work/all" >/dev/null || { echo "the one-thread and the $cores-thread distributions differ" >&2; exit 1; }
-zip_one=$(seconds zipall 0)
-zip_all=$(seconds zipall)
+zip_one=$(best "rm -f '$work/tree.zip'" "$(zipall pinned)")
+zip_all=$(best "rm -f '$work/tree.zip'" "$(zipall)")
 packed=$(du -sm "$work/one" | cut -f1)
 zipped=$(du -sm "$work/tree.zip" | cut -f1)
 
-echo "hopack against zip -r: $count files, $size MB ($(nproc) processors)"
-printf '%-28s %10s %10s %9s\n' "" "1 core" "$cores cores" "speed-up"
-awk -v a="$hopack_one" -v b="$hopack_all" 'BEGIN { printf "%-28s %9.2fs %9.2fs %8.2fx\n", "hopack (one-file members)", a, b, a / b }'
-awk -v a="$zip_one" -v b="$zip_all" 'BEGIN { printf "%-28s %9.2fs %9.2fs %8.2fx\n", "zip -r (one archive)", a, b, a / b }'
+echo "hopack against zip -r: $count files, $size MB, $cores processors, load average before: $load"
+printf '%-26s %16s %16s %9s\n' "seconds (wall / cpu)" "1 core" "$cores cores" "speed-up"
+row() { echo "$2 $3" | awk -v name="$1" '{ printf "%-26s %7.2f / %6.2f %7.2f / %6.2f %8.2fx\n", name, $1, $2, $3, $4, $1 / $3 }'; }
+row "hopack (one-file members)" "$hopack_one" "$hopack_all"
+row "zip -r (one archive)" "$zip_one" "$zip_all"
 echo "output: hopack $packed MB in $(ls "$work/one" | wc -l) files, zip $zipped MB; both hopack runs identical"
