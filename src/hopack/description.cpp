@@ -90,7 +90,7 @@ void ReadProduct(const toml::table& root, PackageDescription& d, const Context& 
         return;
     }
     const std::string entry = "[product]";
-    CheckKeys(*product, {"name", "label", "compile_date"}, entry, ctx);
+    CheckKeys(*product, {"name", "label", "compile_date", "sign_command", "sign_product"}, entry, ctx);
     if (GetText(*product, "name", true, sizeof(SetupDataHeader::productName), d.productName, entry, ctx)) {
         // The name is the programs-menu group folder: one plain folder name, which the setup
         // program also insists on before it deletes a group of that name.
@@ -114,6 +114,22 @@ void ReadProduct(const toml::table& root, PackageDescription& d, const Context& 
     } else if (GetText(*product, "compile_date", true, sizeof(SetupDataHeader::compileDate),
                        d.compileDate, entry, ctx)) {
         CheckWith(CheckCompileDate(d.compileDate), *date, entry, "compile_date", ctx);
+    }
+
+    // The signing command is the release engineer's own command line, kept as written (UTF-8).
+    if (const toml::node* sign = product->get("sign_command")) {
+        if (!sign->is_string())
+            ctx.Error(*sign, entry, "\"sign_command\" must be a text");
+        else if (!CheckSignCommand(sign->as_string()->get()).empty())
+            ctx.Error(*sign, entry, "sign_command " + CheckSignCommand(sign->as_string()->get()));
+        else
+            d.signCommand = sign->as_string()->get();
+    }
+    if (const toml::node* signProduct = product->get("sign_product")) {
+        if (!signProduct->is_boolean())
+            ctx.Error(*signProduct, entry, "\"sign_product\" must be true or false");
+        else
+            d.signProduct = signProduct->as_boolean()->get();
     }
 }
 

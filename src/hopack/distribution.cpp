@@ -1,10 +1,16 @@
 // Writes a planned package into its distribution folder. Every file is first written under a
 // ".part" name and renamed when complete, and the data file "_000000_" comes last: a folder
 // without it is visibly unfinished, and on failure everything written by the run is removed.
+// The members are written on several threads; each is a file of its own whose bytes depend only
+// on its record, so the distribution is the same byte for byte however many threads write it.
 #include "hopack.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cctype>
 #include <fstream>
+#include <system_error>
+#include <thread>
 
 namespace {
 
@@ -79,11 +85,10 @@ bool CopyPlain(const fs::path& source, const fs::path& part, Diagnostics& diag)
 
 // Writes the member of one record and measures its sizes into the record.
 bool WriteMember(PlannedRecord& planned, std::size_t index, const fs::path& outDir,
-                 const std::string& compileDate, std::vector<fs::path>& written, Diagnostics& diag)
+                 const std::string& compileDate, Diagnostics& diag)
 {
     const fs::path final = outDir / MemberName(index);
     const fs::path part = outDir / (MemberName(index) + kPartSuffix);
-    written.push_back(part);
     std::error_code ec;
     if (planned.member == MemberKind::Plain) {
         if (!CopyPlain(planned.source, part, diag)) return false;
@@ -100,8 +105,55 @@ bool WriteMember(PlannedRecord& planned, std::size_t index, const fs::path& outD
         diag.error(part.string() + ": cannot measure: " + ec.message());
         return false;
     }
-    written.push_back(final);
     return Publish(part, final, diag);
+}
+
+// Writes the members of all records on up to `jobs` threads, which take the records largest first.
+// Each record is written, and its sizes set, by one thread only, and each thread reports into
+// the record's own diagnostics; they are gathered in record order afterwards, so the messages do
+// not depend on the threads either. Once a member fails no thread starts another.
+bool WriteMembers(PackageLayout& layout, const fs::path& outDir, const std::string& compileDate,
+                  unsigned jobs, std::vector<fs::path>& written, Diagnostics& diag)
+{
+    std::vector<std::size_t> indexes;
+    for (std::size_t i = 1; i < layout.files.size(); ++i) {
+        // Deletions, backup entries and ignored records stay records only: the installer never
+        // reads a member for them, so they get none and their sizes stay 0.
+        if (layout.files[i].member == MemberKind::None) continue;
+        indexes.push_back(i);
+        written.push_back(outDir / (MemberName(i) + kPartSuffix));
+        written.push_back(outDir / MemberName(i));
+    }
+    // The largest files are started first, so that no thread is left alone with a large file at
+    // the end while the others have nothing to do; the order changes nothing in the output.
+    std::vector<std::uintmax_t> sizes(layout.files.size(), 0);
+    for (std::size_t i : indexes) {
+        std::error_code ec;
+        sizes[i] = fs::file_size(layout.files[i].source, ec);
+    }
+    std::stable_sort(indexes.begin(), indexes.end(),
+                     [&](std::size_t a, std::size_t b) { return sizes[a] > sizes[b]; });
+    std::vector<Diagnostics> reports(layout.files.size());
+    std::atomic<std::size_t> next{0};
+    std::atomic<bool> failed{false};
+    const auto work = [&] {
+        for (std::size_t k = next++; k < indexes.size() && !failed; k = next++)
+            if (!WriteMember(layout.files[indexes[k]], indexes[k], outDir, compileDate, reports[indexes[k]]))
+                failed = true;
+    };
+    const std::size_t threads = std::min<std::size_t>(std::max(jobs, 1u), indexes.size());
+    std::vector<std::thread> helpers;
+    for (std::size_t t = 1; t < threads; ++t) {
+        // A thread the system cannot give only makes the build slower.
+        try { helpers.emplace_back(work); } catch (const std::system_error&) { break; }
+    }
+    work();
+    for (std::thread& helper : helpers) helper.join();
+    for (const Diagnostics& report : reports) {
+        for (const std::string& e : report.errors) diag.error(e);
+        for (const std::string& w : report.warnings) diag.warn(w);
+    }
+    return !failed;
 }
 
 bool WriteDataFile(PackageLayout& layout, const fs::path& outDir, std::vector<fs::path>& written,
@@ -129,15 +181,9 @@ bool WriteDataFile(PackageLayout& layout, const fs::path& outDir, std::vector<fs
 }
 
 bool WriteAll(PackageLayout& layout, const fs::path& outDir, const std::string& compileDate,
-              std::vector<fs::path>& written, Diagnostics& diag)
+              unsigned jobs, std::vector<fs::path>& written, Diagnostics& diag)
 {
-    for (std::size_t i = 1; i < layout.files.size(); ++i) {
-        PlannedRecord& planned = layout.files[i];
-        // Deletions, backup entries and ignored records stay records only: the installer never
-        // reads a member for them, so they get none and their sizes stay 0.
-        if (planned.member == MemberKind::None) continue;
-        if (!WriteMember(planned, i, outDir, compileDate, written, diag)) return false;
-    }
+    if (!WriteMembers(layout, outDir, compileDate, jobs, written, diag)) return false;
     for (const auto& [name, source] : layout.besideFiles) {
         const fs::path part = outDir / (name + kPartSuffix);
         written.push_back(part);
@@ -151,11 +197,11 @@ bool WriteAll(PackageLayout& layout, const fs::path& outDir, const std::string& 
 } // namespace
 
 bool WriteDistribution(PackageLayout& layout, const fs::path& outDir, const std::string& compileDate,
-                       Diagnostics& diag)
+                       unsigned jobs, Diagnostics& diag)
 {
     if (!PrepareFolder(outDir, diag)) return false;
     std::vector<fs::path> written;
-    if (WriteAll(layout, outDir, compileDate, written, diag)) return true;
+    if (WriteAll(layout, outDir, compileDate, jobs, written, diag)) return true;
     std::error_code ec;
     for (const fs::path& path : written) fs::remove(path, ec);
     return false;

@@ -64,6 +64,14 @@ struct PackageDescription {
     std::string compileDate;       // "YYYY-MM-DD"
     std::vector<DescribedFile> files;
     std::vector<DescribedShortcut> shortcuts;
+    std::string signCommand;       // [product] sign_command, UTF-8; empty: nothing is signed
+    bool signProduct = false;      // [product] sign_product
+};
+
+// What to sign and how: the command line's choice over the description's.
+struct SigningOptions {
+    std::string command;           // a template in which $f stands for the file to sign
+    bool product = false;          // the product's .exe and .dll files too, not only the program's
 };
 
 // How a record's file reaches the medium.
@@ -124,6 +132,13 @@ bool PlanPackage(const PackageDescription& description, const fs::path& programD
 std::string MemberName(std::size_t recordIndex);
 void WarnIgnoredBeforeLast(const std::vector<FileRecord>& files, Diagnostics& diag);
 
+// signing.cpp: signs copies in a folder of their own, never the inputs, and points the layout
+// at them; the folder is removed by RemoveSigningFolder once the distribution is written.
+std::string CheckSignCommand(const std::string& command);  // empty when fine, else the reason
+bool SignPackage(PackageLayout& layout, const SigningOptions& options, fs::path& signingFolder,
+                 Diagnostics& diag);
+void RemoveSigningFolder(const fs::path& signingFolder);
+
 // zip_writer.cpp
 bool WriteZipMember(const fs::path& source, const fs::path& target, const std::string& storedName,
                     const std::string& compileDate, ZipResult& result, Diagnostics& diag);
@@ -138,11 +153,16 @@ void CopyField(char* field, std::size_t fieldSize, const std::string& text);
 std::string FieldText(const char* field, std::size_t fieldSize);
 
 // distribution.cpp
+// Members are written on `jobs` threads (at least one); the output does not depend on the number.
 bool WriteDistribution(PackageLayout& layout, const fs::path& outDir, const std::string& compileDate,
-                       Diagnostics& diag);
+                       unsigned jobs, Diagnostics& diag);
 
 // list.cpp
 int ListDistribution(const fs::path& dir, std::ostream& out, Diagnostics& diag);
 
 // platform.cpp
 fs::path ExecutableFolder(const char* argv0);
+// Quotes a path for the command interpreter (/bin/sh, or cmd on Windows); false when the path
+// holds a character the interpreter cannot take literally.
+bool QuoteForCommand(const fs::path& path, std::string& quoted);
+int RunCommand(const std::string& command);   // the command's exit code, -1 when it did not end normally

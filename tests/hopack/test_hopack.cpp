@@ -1,5 +1,6 @@
 // hopack run on packages in a temporary folder: every member of a build read back (plain ones byte for byte,
-// packed ones through Info-ZIP's unzip) and listed, faulty descriptions refused, a member over 4 GiB.
+// packed ones through Info-ZIP's unzip) and listed, faulty descriptions and failing signing commands
+// refused, signed builds checked with osslsigncode, a member over 4 GiB.
 #include "format/data_format.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <regex>
 
 namespace fs = std::filesystem;
@@ -56,11 +58,14 @@ protected:
     }
     void TearDown() override { fs::remove_all(dir); }
     Result hopack(const std::string& arguments) { return shell(std::string(HOPACK_PATH) + " " + arguments); }
-    Result build(const std::string& description)
+    // Runs with its own temporary folder, which must be left empty: signed copies are made there.
+    Result build(const std::string& description, const std::string& options = "")
     {
         write(dir / "pkg/package.toml", description);
-        return hopack("build " + (dir / "pkg/package.toml").string() + " " + out.string() + " --program " +
-                      (dir / "program").string());
+        fs::create_directories(dir / "tmp");
+        return shell("TMPDIR=" + (dir / "tmp").string() + " " + HOPACK_PATH + " build " +
+                     (dir / "pkg/package.toml").string() + " " + out.string() + " --program " +
+                     (dir / "program").string() + " " + options);
     }
     // The header (offset 0), a file record or a shortcut record of the data file read into `data`.
     template <typename Record> Record at(std::size_t offset) const
@@ -168,9 +173,11 @@ TEST_F(Hopack, FaultyDescriptionsAreRefusedByLine)
 {
     const std::string file = kProduct + "[[file]]\nsource = \"a.txt\"\ndirectory = 10\n";
     const std::string date = "[product]\nname = \"P\"\nlabel = \"L\"\ncompile_date = ";
+    const std::string sign = kProduct + "sign_command = ";
     const struct {
         std::string description, message;
         bool foreignFile = false;
+        std::string where = "package.toml";
     } kCases[] = {
         {kProduct + "[[file]]\nsource = \"a.txt\"\ndirectory = 15\n", ":5: file 0 (\"a.txt\"): unknown directory identifier 15"},
         {file + "name = \"" + std::string(64, 'x') + "\"\n", ":8: file 0 (\"a.txt\"): \"name\" is 64 characters long"},
@@ -183,7 +190,13 @@ TEST_F(Hopack, FaultyDescriptionsAreRefusedByLine)
          ": shortcut 0 (\"S\"): target 1 is a delete record, not a file of the package"},
         {date + "\"2024-6-01\"\n", ":4: [product]: compile_date is not a date"},
         {date + "\"2023-02-29\"\n", ":4: [product]: compile_date is not a date"},
-        {file, "holds \"notes.txt\"", true},
+        {file, "holds \"notes.txt\"", true, ""},
+        {sign + "\"sign\"\n", ":5: [product]: sign_command holds no $f"},
+        {sign + "\"false $f\"\n", ": the signing command failed (exit code 1)", false, "holang.dll"},
+        {sign + "\"exit 3; $f\"\n", ": the signing command failed (exit code 3)", false, "holang.dll"},
+        {sign + "\"true $f\"\n", ": the signing command left the file unchanged", false, "holang.dll"},
+        {sign + "\"rm $f\"\n", ": the signing command left no file at", false, "holang.dll"},
+        {kProduct + "sign_product = true\n", "signing the product's files needs a signing command", false, ""},
     };
     write(dir / "pkg/a.txt", "a\n");
     for (const auto& c : kCases) {
@@ -192,9 +205,67 @@ TEST_F(Hopack, FaultyDescriptionsAreRefusedByLine)
         if (c.foreignFile) write(out / "notes.txt", "mine");
         const Result run = build(c.description);
         EXPECT_EQ(run.code, 1);
-        EXPECT_NE(run.err.find((c.foreignFile ? "" : "package.toml") + c.message), std::string::npos) << run.err;
+        EXPECT_NE(run.err.find(c.where + c.message), std::string::npos) << run.err;
         EXPECT_FALSE(fs::exists(out / "_000000_"));
         EXPECT_EQ(fs::exists(out / "notes.txt"), c.foreignFile);
+        EXPECT_TRUE(fs::is_empty(dir / "tmp")) << "signed copies left behind";
+        EXPECT_EQ(readAll(dir / "program/holang.dll"), "own file holang.dll");
+    }
+}
+
+// The setup program's own code files, and with sign_product the package's .exe and .dll files, are
+// signed (certificate made here) on copies: beside the data file and in the members osslsigncode
+// accepts them, the same bytes in both places, the inputs unchanged, the other files unsigned.
+TEST_F(Hopack, SigningCommandSignsCopiesOfCodeFiles)
+{
+    const fs::path built = fs::path(HO_DIST_DIR);
+    for (const char* own : {"hosetup.exe", "holang.dll", "hounzip.exe"})
+        if (!fs::exists(built / own)) GTEST_SKIP() << "needs the Windows build's " << own << " in " << built;
+    for (const char* own : {"hosetup.exe", "holang.dll", "hounzip.exe"})
+        fs::copy_file(built / own, dir / "program" / own, fs::copy_options::overwrite_existing);
+    fs::create_directories(dir / "pkg");
+    fs::copy_file(built / "hounzip.exe", dir / "pkg/tool.exe");
+    fs::copy_file(built / "holang.dll", dir / "pkg/tool.dll");
+    write(dir / "pkg/readme.txt", "not signed\n");
+    const std::string key = (dir / "key.pem").string(), cert = (dir / "cert.pem").string();
+    ASSERT_EQ(shell("openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj /CN=hopack-test -addext "
+                    "extendedKeyUsage=codeSigning -keyout " + key + " -out " + cert).code, 0);
+    const std::string command = "osslsigncode sign -certs " + cert + " -key " + key + " -in $f -out $f.signed && mv $f.signed $f";
+    const std::string files = "[[file]]\nsource = \"tool.exe\"\ndirectory = 1\n[[file]]\nsource = \"tool.dll\"\ndirectory = 10\n"
+                              "[[file]]\nsource = \"readme.txt\"\ndirectory = 11\n";
+    std::map<std::string, std::string> inputs;
+    for (const char* name : {"program/hosetup.exe", "program/holang.dll", "program/hounzip.exe", "pkg/tool.exe", "pkg/tool.dll"})
+        inputs[name] = readAll(dir / name);
+    const auto verifies = [&](const fs::path& file) {
+        return shell("osslsigncode verify -CAfile " + cert + " -in " + file.string()).code == 0;
+    };
+    const struct {
+        const char* name;
+        std::string description, options;
+        bool productSigned;
+    } kCases[] = {
+        {"command line, own files only", kProduct + files, "--sign-command '" + command + "'", false},
+        {"description, with the product", kProduct + "sign_command = '" + command + "'\nsign_product = true\n" + files, "", true},
+        {"command line over the description", kProduct + "sign_command = 'false $f'\n" + files,
+         "--sign-product --sign-command '" + command + "'", true},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        const Result run = build(c.description, c.options);
+        ASSERT_EQ(run.code, 0) << run.err;
+        EXPECT_TRUE(fs::is_empty(dir / "tmp")) << "signed copies left behind";
+        // Records 1 to 4 are the own files (plain members), 5 tool.exe (plain), 6 tool.dll (packed).
+        for (const auto& [index, name] : {std::pair{1, "holang.dll"}, {3, "hosetup.exe"}, {4, "hounzip.exe"}}) {
+            SCOPED_TRACE(name);
+            EXPECT_TRUE(verifies(out / name));
+            EXPECT_EQ(readAll(out / member(index)), readAll(out / name));
+        }
+        write(dir / "tool.dll", shell("unzip -p " + (out / member(6)).string()).out);
+        EXPECT_EQ(verifies(out / member(5)), c.productSigned);
+        EXPECT_EQ(verifies(dir / "tool.dll"), c.productSigned);
+        EXPECT_EQ(readAll(dir / "tool.dll") == inputs["pkg/tool.dll"], !c.productSigned);
+        EXPECT_EQ(shell("unzip -p " + (out / member(7)).string()).out, "not signed\n");
+        for (const auto& [name, bytes] : inputs) EXPECT_TRUE(readAll(dir / name) == bytes) << name << " was changed";
     }
 }
 
