@@ -59,6 +59,9 @@ while read -r scope switches <&3; do
             fail "$scope: $name is '$(registry "$key" $name)', the manifest says '$(value $name)'"
     done
     [ -n "$log" ] && [ -f "$("$wine_run" winepath -u "$log" | tr -d '\r')" ] || fail "$scope: no log at '$log'"
+    # winget finds a user-scope installation's entry under HKCU only.
+    [ "$scope" != user ] || "$wine_run" reg query "HKCU${key#HKLM}" >/dev/null 2>&1 ||
+        fail "user: the manifest promises a per-user entry, the program writes it under HKLM only"
     quiet=$(registry "$key" QuietUninstallString)
     grep -qF "\`$quiet\`" "$doc" || fail "the document does not give the removal command $quiet"
     printf '@echo off\r\n%s\r\nexit /b %%errorlevel%%\r\n' "$quiet" >"$work/remove.bat"

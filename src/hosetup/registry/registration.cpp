@@ -9,6 +9,8 @@
 #include "holang.h"
 #include "strings/paths.h"
 
+#include <shlobj.h>
+
 namespace {
 
 // One release's constants; they change together with each release.
@@ -102,6 +104,11 @@ bool writeUninstallEntry(std::uint32_t reportNumber)
     SetRegistryNumber(key, "NoModify", 1);
     SetRegistryNumber(key, "NoRepair", 1);
     SetRegistryString(key, "InstallLocation", g_setup.installFolder);
+    // The local date of this run, as the system's settings and inventory tools read it.
+    SYSTEMTIME now;
+    GetLocalTime(&now);
+    HOI_PrintA(value, sizeof value, "%04u%02u%02u", now.wYear, now.wMonth, now.wDay);
+    SetRegistryString(key, "InstallDate", value);
     SetRegistryString(key, "Publisher", kPublisher);
     char buildDate[kDecimalTextCapacity];
     HOI_PrintA(buildDate, sizeof buildDate, "%04d-%02d-%02d", kBuildYear, kBuildMonth, kBuildDay);
@@ -168,6 +175,9 @@ bool writeFileTypes()
         SetRegistryString(key, "", value);
         RegCloseKey(key);
     }
+    // Explorer caches icons and verbs per extension: without this the new types show only after
+    // the next logon.
+    SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
     return true;
 }
 

@@ -9,6 +9,8 @@
 #include "strings/paths.h"
 #include "ui/ui.h"
 
+#include <shlobj.h>
+
 #include <cstring>
 
 namespace {
@@ -114,6 +116,7 @@ bool RemoveRegistryEntries()
     deleteUnderBothRoots(path);
     HOI_PrintA(path, sizeof path, "%s\\%s", kAppPathsKey, kMainProgram);
     DeleteRegistryTree(HKEY_LOCAL_MACHINE, path);
+    // The entry goes as a whole key, with every value the installation wrote into it.
     // The first request names the Uninstall key itself and is refused for its closing separator;
     // the second names the product's own entry, written under eProfileTitle[2] alone.
     char uninstall[kKeyPathCapacity];
@@ -124,6 +127,8 @@ bool RemoveRegistryEntries()
     // The library type stays registered: other products of the maker open libraries too.
     DeleteRegistryTree(HKEY_CLASSES_ROOT, kDrawingExtension);
     DeleteRegistryTree(HKEY_CLASSES_ROOT, kDrawingType);
+    // Explorer drops its cached icon and verbs of the drawing type now, not at the next logon.
+    SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
     if (!pace(40))
         return false;
 

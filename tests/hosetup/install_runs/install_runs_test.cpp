@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <fstream>
 #include <regex>
 
@@ -40,6 +41,12 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
     for (const char* own : {"holang.dll", "hosetup.chm", "hosetup.exe", "hounzip.exe"})
         placed.push_back({program + own, readFile(dist + own)});
     EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString", "\"" + program + "hosetup.exe\" -x");
+    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "InstallLocation", program);
+    SYSTEMTIME today;
+    GetLocalTime(&today);
+    char date[16];
+    snprintf(date, sizeof date, "%04u%02u%02u", today.wYear, today.wMonth, today.wDay);
+    EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kUninstall, "InstallDate", date);
     EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kAppPath, "", program + "hovistrel.exe");
     EXPECT_REG_SZ(HKEY_CLASSES_ROOT, ".HOD", "", "HOVISTREL");
     // A link holds its target's path as it is: the program, and on the desktop the programs-menu group.
