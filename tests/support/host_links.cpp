@@ -28,27 +28,20 @@ std::string unixPathOf(const std::string& path)
     return result;
 }
 
-// Wine gives no exit code for a Unix program it started, so the caller names what to wait for.
-bool runHostShell(const std::string& script, bool (*done)(const std::string&), const std::string& path)
+// Wine gives no exit code for a Unix program it started, so this waits for its effect: the
+// path there (a link to a folder shows as one, a link to a file as the file) or gone.
+bool runHostShell(const std::string& script, const std::string& path, bool there)
 {
     ChildProcess child;
     if (!startProcess("\"" + testBinFolder() + kHostShell + "\" -c \"" + script + "\"", &child))
         return false;
     waitForExit(&child, 10000);
-    for (int polls = 0; polls < 500 && !done(path); ++polls)
-        Sleep(10);
-    return done(path);
-}
-
-bool isGone(const std::string& path)
-{
-    return GetFileAttributesA(path.substr(0, path.find_last_not_of('\\') + 1).c_str()) == INVALID_FILE_ATTRIBUTES;
-}
-
-// Wine shows a link to a folder with the reparse-point attribute, a link to a file as the file.
-bool isThere(const std::string& path)
-{
-    return !isGone(path);
+    const std::string name = path.substr(0, path.find_last_not_of('\\') + 1);
+    for (int polls = 0; polls < 500; ++polls, Sleep(10)) {
+        if ((GetFileAttributesA(name.c_str()) != INVALID_FILE_ATTRIBUTES) == there)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -57,11 +50,11 @@ bool makeHostLink(const std::string& link, const std::string& target)
 {
     const std::string from = unixPathOf(link);
     const std::string to = unixPathOf(target);
-    return !from.empty() && !to.empty() && runHostShell("ln -s '" + to + "' '" + from + "'", isThere, link);
+    return !from.empty() && !to.empty() && runHostShell("ln -s '" + to + "' '" + from + "'", link, true);
 }
 
 bool removeHostLink(const std::string& link)
 {
     const std::string from = unixPathOf(link);
-    return !from.empty() && runHostShell("rm -f '" + from + "'", isGone, link);
+    return !from.empty() && runHostShell("rm -f '" + from + "'", link, false);
 }

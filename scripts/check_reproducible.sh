@@ -3,10 +3,10 @@
 # and built there with scripts/build.sh, gives the same build/dist and build/dist-de, byte for
 # byte, as this checkout's own build (made before, with the same command). Every file that differs
 # or is missing on one side is named.
-# Usage: reproducible_build.sh [WORK_DIR]   (the clone goes below WORK_DIR, by default a new
+# Usage: check_reproducible.sh [WORK_DIR]   (the clone goes below WORK_DIR, by default a new
 # temporary folder, removed afterwards)
 set -u
-cd "$(dirname "$0")/../.."
+cd "$(dirname "$0")/.."
 root=$(pwd)
 if [ $# -ge 1 ]; then work=$1; keep=1; else work=$(mktemp -d); keep=0; fi
 clone=$work/second-checkout/at-another-path
