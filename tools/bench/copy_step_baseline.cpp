@@ -129,7 +129,7 @@ int main(int argc, char** argv)
         int ran = startAndWait(argv[1], member);
         if (ran < 0) {
             // Under Wine, with other programs starting processes at the same time, a start now and
-            // then fails (error 1359) and succeeds when repeated, as tests/hounzip/launch.c knows;
+            // then fails (error 1359) and succeeds when repeated, as tools/launch/launch.c knows;
             // such a member is timed from its second start.
             ++retries;
             Sleep(200);
