@@ -50,10 +50,14 @@ bool samePath(const char* a, const char* b)
                                                 static_cast<int>(lengthB)) == CSTR_EQUAL;
 }
 
+// A reparse point that stands for another name: a junction, a mount point, a symbolic link.
+// Others, such as the placeholders of a cloud-synced Documents folder, are the file itself.
 bool isLink(HANDLE handle)
 {
-    BY_HANDLE_FILE_INFORMATION info;
-    return !GetFileInformationByHandle(handle, &info) || (info.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
+    FILE_ATTRIBUTE_TAG_INFO tag;
+    if (!GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &tag, sizeof tag))
+        return true;
+    return (tag.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) && IsReparseTagNameSurrogate(tag.ReparseTag);
 }
 
 bool isFolder(HANDLE handle)
