@@ -53,11 +53,9 @@ bool liesInside(const char* path, const char* folder, bool folderLine)
 {
     if (folder[0] == '*' || !IsFolderPath(folder) || !isCanonicalDrivePath(folder))
         return false;
-    const std::size_t length = std::strlen(folder);
-    if (CompareStringA(LOCALE_INVARIANT, NORM_IGNORECASE, path, static_cast<int>(length), folder,
-                       static_cast<int>(length)) != CSTR_EQUAL)
+    if (!PathStartsWithFolder(path, folder))
         return false;
-    return folderLine || path[length] != '\0';
+    return folderLine || path[std::strlen(folder)] != '\0';
 }
 
 // The removal deletes only what lies inside the folders the product knows, named as canonical

@@ -135,22 +135,12 @@ void shellReference(int csidl, char* folder)
     referenceFolder(path, folder);
 }
 
-// True when path lies in folder or is folder itself: whole names compared, case ignored. Both are
-// canonical with their closing backslash; an empty folder holds nothing.
-bool liesWithin(const char* path, const char* folder)
-{
-    const std::size_t length = std::strlen(folder);
-    return length > 0 && std::strlen(path) >= length &&
-           CompareStringA(LOCALE_INVARIANT, NORM_IGNORECASE, path, static_cast<int>(length), folder,
-                          static_cast<int>(length)) == CSTR_EQUAL;
-}
-
 // The profile below profiles that holds path ("C:\Users\Name\"); empty when path is not below.
 void profileHolding(const char* profiles, const char* path, char* profile)
 {
     HOI_InitA(profile);
     const std::size_t length = std::strlen(profiles);
-    if (!liesWithin(path, profiles) || std::strlen(path) == length)
+    if (!PathStartsWithFolder(path, profiles) || std::strlen(path) == length)
         return;
     const char* end = std::strchr(path + length, '\\');
     if (end)
@@ -233,17 +223,17 @@ bool isUserWritableChoice(const char* path)
     ReferenceFolders reference;
     if (!readReferenceFolders(&reference))
         return false;
-    const bool ownInstallation = liesWithin(canonical, reference.installFolder);
-    if (liesWithin(canonical, reference.windows) ||
-        (liesWithin(canonical, reference.programFiles) && !ownInstallation) ||
-        (liesWithin(canonical, reference.programFilesX86) && !ownInstallation) ||
-        (liesWithin(canonical, reference.programData) && !liesWithin(canonical, reference.commonDataFolder)))
+    const bool ownInstallation = PathStartsWithFolder(canonical, reference.installFolder);
+    if (PathStartsWithFolder(canonical, reference.windows) ||
+        (PathStartsWithFolder(canonical, reference.programFiles) && !ownInstallation) ||
+        (PathStartsWithFolder(canonical, reference.programFilesX86) && !ownInstallation) ||
+        (PathStartsWithFolder(canonical, reference.programData) && !PathStartsWithFolder(canonical, reference.commonDataFolder)))
         return false;
     // The system drive's root itself; a folder below it is judged by the rules around.
-    if (std::strlen(canonical) == kDriveRootLength && liesWithin(reference.windows, canonical))
+    if (std::strlen(canonical) == kDriveRootLength && PathStartsWithFolder(reference.windows, canonical))
         return false;
-    return !liesWithin(canonical, reference.profiles) || liesWithin(canonical, reference.ownProfile) ||
-           liesWithin(canonical, reference.publicProfile);
+    return !PathStartsWithFolder(canonical, reference.profiles) || PathStartsWithFolder(canonical, reference.ownProfile) ||
+           PathStartsWithFolder(canonical, reference.publicProfile);
 }
 
 bool UserShellFolder(int csidl, char* folder)

@@ -3,6 +3,8 @@
 #include "strings/paths.h"
 #include "strings/hoi_strings.h"
 
+#include <windows.h>
+
 #include <cstdlib>
 #include <cstring>
 
@@ -101,6 +103,14 @@ bool composePath(char* path, std::size_t capacity, const char* first, const char
     }
     HOI_CopyA(path, capacity, first, second, third);
     return true;
+}
+
+bool PathStartsWithFolder(const char* path, const char* folder)
+{
+    const std::size_t length = std::strlen(folder);
+    return length > 0 && std::strlen(path) >= length &&
+           CompareStringA(LOCALE_INVARIANT, NORM_IGNORECASE, path, static_cast<int>(length), folder,
+                          static_cast<int>(length)) == CSTR_EQUAL;
 }
 
 void StripTrailingSeparator(char* path)

@@ -28,5 +28,9 @@ bool ParentFolder(const char* path, char* parent, std::size_t capacity);
 // read as the product's own: never used cut.
 bool composePath(char* path, std::size_t capacity, const char* first, const char* second,
                  const char* third = nullptr);
+// True when path begins with folder (a folder path with its closing backslash, so that a sibling
+// whose name starts alike does not count), ignoring case; folder itself counts. False for an
+// empty folder.
+bool PathStartsWithFolder(const char* path, const char* folder);
 // Removes one closing "\" or "/".
 void StripTrailingSeparator(char* path);
