@@ -37,6 +37,7 @@ struct SetupState {
     HINSTANCE instance;
     HMODULE languageModule;
     HANDLE logFile;            // 0 when no log is open
+    HANDLE journalFile;        // the log's journal, open with the log (0 when not)
     HANDLE unpackerFile;       // hounzip.exe, held from its check to the run's end; 0 before
     HANDLE unpackerJob;        // the job every unpacker runs in, with unpackerFile
     HWND mainWindow;

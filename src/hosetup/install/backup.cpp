@@ -41,9 +41,8 @@ bool copyWithRetry(const char* live, const char* backup)
 
 bool BackupFiles()
 {
-    if (!OpenLog())
+    if (!OpenLog() || !LogBanner("***** Vistrel %s installation: Backing up files, %s *****"))
         return false;
-    LogBanner("***** Vistrel %s installation: Backing up files, %s *****");
     for (int i = 0; i < g_setup.fileCount; ++i) {
         if (g_setup.fileRecords[i].directoryId % 10 != kDirectoryKindBackup)
             continue;
@@ -54,19 +53,19 @@ bool BackupFiles()
             return false;
         if (resolved != kPathComposed || !PathExists(live))
             continue;
-        if (!copyWithRetry(live, backup))
+        if (!JournalFile(backup) || !copyWithRetry(live, backup))
             return false;
         // Logged after a skipped copy too: the removal then merely fails to delete it.
-        LogText(backup);
+        if (!LogText(backup))
+            return false;
     }
     return true;
 }
 
 bool BackupSettingsFiles()
 {
-    if (!OpenLog())
+    if (!OpenLog() || !LogBanner("***** Vistrel %s installation: Backing up Vistrel INI files, %s *****"))
         return false;
-    LogBanner("***** Vistrel %s installation: Backing up Vistrel INI files, %s *****");
     for (const SettingsFile& file : kSettingsFiles) {
         char live[kPathCapacity];
         char backup[kPathCapacity];
@@ -76,8 +75,11 @@ bool BackupSettingsFiles()
                          file.name) ||
             !PathExists(live))
             continue;
+        if (!JournalFile(backup))
+            return false;
         CopyPlainFile(live, backup);    // its alert names both paths; the update goes on
-        LogText(backup);
+        if (!LogText(backup))
+            return false;
     }
     return true;
 }

@@ -178,15 +178,24 @@ HANDLE openForAppendChecked(const char* path)
     char name[kPathCapacity];
     if (!nameToOpen(path, name, sizeof name))
         return nullptr;
-    HANDLE handle = openRaw(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, false);
-    if (handle) {
-        if (!finalPathIs(handle, name) || isLink(handle) || isFolder(handle))
-            return refuse(handle, false);
-        return handle;
+    // A missing file is made first and then opened as an existing one: the handle that made it
+    // holds delete access, and with it open nobody could read the file (a person looking at the
+    // log while the run goes on).
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        HANDLE handle = openRaw(name, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING, false);
+        if (handle) {
+            if (!finalPathIs(handle, name) || isLink(handle) || isFolder(handle))
+                return refuse(handle, false);
+            return handle;
+        }
+        if (GetLastError() != ERROR_FILE_NOT_FOUND)
+            return nullptr;
+        HANDLE created = createChecked(path, false, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        if (!created)
+            return nullptr;
+        CloseHandle(created);
     }
-    if (GetLastError() != ERROR_FILE_NOT_FOUND)
-        return nullptr;
-    return createChecked(path, false, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    return nullptr;
 }
 
 bool deleteChecked(const char* path, bool folder)

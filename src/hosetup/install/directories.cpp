@@ -55,9 +55,8 @@ bool endsInNine(std::uint32_t directoryId)
 template <typename Resolve>
 bool createFolders(const char* banner, const char* const* fixedFolders, int fixedCount, Resolve resolve)
 {
-    if (!OpenLog())
+    if (!OpenLog() || !LogBanner(banner))
         return false;
-    LogBanner(banner);
     for (int i = 0; i < fixedCount; ++i) {
         if (!MakeFolderChain(fixedFolders[i], true))
             return false;

@@ -1,7 +1,8 @@
-// What happens after a file could not be copied or unpacked: a person chooses retry, skip or
-// cancel; a silent run, which nobody watches, retries the same file at most three times in all,
-// one second apart, and then cancels, so the run ends with a failure code rather than hanging
-// or reporting success with a file missing.
+// What happens after a file could not be copied, unpacked or written: a person chooses retry,
+// skip or cancel (or retry or cancel where skipping would lose a record); a silent run, which
+// nobody watches, retries the same file at most three times in all, one second apart, and then
+// cancels, so the run ends with a failure code rather than hanging or reporting success with a
+// file missing.
 #include "install/install.h"
 #include "core/core.h"
 #include "ui/ui.h"
@@ -10,6 +11,15 @@ namespace {
 
 constexpr int kSilentAttempts = 3;
 constexpr DWORD kSilentRetryDelayMs = 1000;
+constexpr int kCannotWriteAlertKind = 5;   // file alert: Retry / Cancel
+
+int silentAnswer(int attempt)
+{
+    if (attempt >= kSilentAttempts)
+        return kButtonCancel;
+    Sleep(kSilentRetryDelayMs);
+    return kButtonRetryFile;
+}
 
 } // namespace
 
@@ -17,8 +27,12 @@ int askAfterFailedCopy(const char* message, int attempt)
 {
     if (!g_setup.optionSilent)
         return AlertThreeWay(g_setup.mainWindow, message);
-    if (attempt >= kSilentAttempts)
-        return kButtonCancel;
-    Sleep(kSilentRetryDelayMs);
-    return kButtonRetryFile;
+    return silentAnswer(attempt);
+}
+
+int askAfterFailedWrite(const char* path, int attempt)
+{
+    if (!g_setup.optionSilent)
+        return ShowFileAlert(g_setup.mainWindow, path, kCannotWriteAlertKind);
+    return silentAnswer(attempt);
 }

@@ -146,7 +146,7 @@ bool CloseFile(HANDLE file)
     return CloseHandle(file) != FALSE;
 }
 
-bool CreateFolderChain(const char* path, FolderLevels* missing)
+ChainStep CreateFolderChain(const char* path, FolderLevels* missing, bool (*beforeMaking)(const char* level))
 {
     if (missing)
         missing->count = 0;
@@ -155,22 +155,24 @@ bool CreateFolderChain(const char* path, FolderLevels* missing)
     HOI_PathA(folder, sizeof folder);
     const std::size_t root = IsFolderPath(folder) ? folderRootLength(folder) : 0;
     if (root == 0)
-        return false;
+        return ChainStep::Refused;
     char level[kPathCapacity];
     for (std::size_t i = root; folder[i]; ++i) {
         if (!isSeparator(folder[i]))
             continue;
         HOI_CopyPartA(level, sizeof level, folder, i + 1);
         const bool existed = PathExists(level);
+        if (!existed && beforeMaking && !beforeMaking(level))
+            return ChainStep::Stopped;
         // A level that is there but reached through a link (or no folder) ends the chain: what
         // is made below it would land elsewhere. One that cannot be made is left to the steps
         // that write into it, which report their own failures.
         if (!CreateFolder(level) && PathExists(level))
-            return false;
+            return ChainStep::Refused;
         if (missing && missing->count < kMaxFolderLevels && !existed)
             HOI_CopyA(missing->level[missing->count++], kPathCapacity, level);
     }
-    return true;
+    return ChainStep::Made;
 }
 
 TreeEntry classifyTreeEntry(DWORD attributes)

@@ -30,6 +30,9 @@ struct CopyRules {
     void (*eachChunk)();   // called after every chunk copied (may be null): keeps a window alive
 };
 
+// How a folder chain ended.
+enum class ChainStep { Made, Refused, Stopped };
+
 // Folder levels, each a whole path with its closing backslash.
 struct FolderLevels {
     std::size_t count;
@@ -71,10 +74,11 @@ bool ReadTextLine(HANDLE file, char* buffer, std::size_t capacity);
 bool WriteLogLine(HANDLE file, const char* text, std::size_t length);
 bool CloseFile(HANDLE file);
 // Creates every level of the folder path that is missing; the levels that did not exist before
-// the call go into *missing (may be null), outermost first. False, with nothing made, when path
-// is not a folder path (IsFolderPath); false, after the levels above it, at a level that exists
-// but is reached through a link or is no folder.
-bool CreateFolderChain(const char* path, FolderLevels* missing);
+// the call go into *missing (may be null), outermost first. beforeMaking (may be null) is told of
+// each missing level just before it is made; when it answers false the chain stops there
+// (Stopped). Refused, with nothing made, when path is not a folder path (IsFolderPath), or after
+// the levels above it at a level that exists but is reached through a link or is no folder.
+ChainStep CreateFolderChain(const char* path, FolderLevels* missing, bool (*beforeMaking)(const char* level) = nullptr);
 TreeEntry classifyTreeEntry(DWORD attributes);
 void DeleteFolderTree(const char* folder);
 void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart

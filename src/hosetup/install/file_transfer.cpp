@@ -35,10 +35,8 @@ std::uint32_t kindOf(const FileRecord& record)
 }
 
 // Files the product creates later, logged so that the removal deletes them too.
-void logFilesMadeLater()
+bool logFilesMadeLater()
 {
-    if (!g_setup.logFile)
-        return;
     const char* common = g_setup.commonDataFolder;
     const char* user = g_setup.userDataFolder;
     const struct { const char* folder; const char* name; } later[] = {
@@ -49,32 +47,32 @@ void logFilesMadeLater()
     // A name that would not fit below its folder is never a file the product makes: not logged.
     char path[kPathCapacity];
     for (const auto& file : later) {
-        if (composePath(path, sizeof path, file.folder, file.name))
-            LogText(path);
+        if (composePath(path, sizeof path, file.folder, file.name) && !LogText(path))
+            return false;
     }
     for (int i = 0; i < 100; ++i) {
         char name[32];
         HOI_PrintA(name, sizeof name, "~LibraryCache%02d~.tmp", i);
-        if (composePath(path, sizeof path, common, name))
-            LogText(path);
+        if (composePath(path, sizeof path, common, name) && !LogText(path))
+            return false;
     }
+    return true;
 }
 
 // The target path and, for a help file, its viewer's index file, which the removal must delete.
-void logInstalledFile(const char* target)
+bool logInstalledFile(const char* target)
 {
-    if (!g_setup.logFile)
-        return;
-    LogText(target);
+    if (!LogText(target))
+        return false;
     char drive[_MAX_DRIVE], dir[_MAX_DIR], name[_MAX_FNAME], extension[_MAX_EXT];
     if (_splitpath_s(target, drive, sizeof drive, dir, sizeof dir, name, sizeof name, extension,
                      sizeof extension) != 0)
-        return;
-    if (HOI_EqualA(extension, kHelpExtension)) {
-        char index[kPathCapacity];
-        HOI_MakePathA(index, sizeof index, drive, dir, name, kHelpIndexExtension);
-        LogText(index);
-    }
+        return true;
+    if (!HOI_EqualA(extension, kHelpExtension))
+        return true;
+    char index[kPathCapacity];
+    HOI_MakePathA(index, sizeof index, drive, dir, name, kHelpIndexExtension);
+    return LogText(index);
 }
 
 void countFilesToTransfer()
@@ -98,10 +96,12 @@ void countFilesToTransfer()
 }
 
 // Brings one file to its target until it succeeds; false when the user cancelled, true after
-// success or a skip.
+// success or a skip. The target is journaled first: a transfer cut short leaves a part of it.
 bool transferWithRetry(const char* source, const char* target, bool storedPlain, bool* transferred)
 {
     *transferred = false;
+    if (!JournalFile(target))
+        return false;
     for (int attempt = 1;; ++attempt) {
         if (storedPlain ? CopyPlainFile(source, target) : Unpack(source, target, "")) {
             *transferred = true;
@@ -128,6 +128,9 @@ bool keepDefaultDrawing(int index, const char* target)
     if (!composePath(old, sizeof old, g_setup.installFolder, kDefaultDrawing) || !PathExists(old) ||
         HOI_EqualA(old, target))
         return false;
+    // A journal that cannot be written keeps the old copy where it is; the file is kept all the same.
+    if (!JournalFile(target))
+        return true;
     copyFilePumping(old, target, true, false);
     DeleteFileAt(old);
     return true;
@@ -359,8 +362,9 @@ bool CopyFiles()
     }
     if (!OpenLog())
         return false;
-    LogTimedLine(g_setup.updateInstall ? "***** Vistrel update installation: Copying files, %s *****"
-                                       : "***** Vistrel standard installation: Copying files, %s *****");
+    if (!LogTimedLine(g_setup.updateInstall ? "***** Vistrel update installation: Copying files, %s *****"
+                                            : "***** Vistrel standard installation: Copying files, %s *****"))
+        return false;
 
     for (int i = 0; i < g_setup.fileCount; ++i) {
         const FileRecord& record = g_setup.fileRecords[i];
@@ -379,7 +383,8 @@ bool CopyFiles()
 
             if (kindOf(record) == kDirectoryKindDelete) {
                 DeleteFileAt(target);
-                LogText(target);
+                if (!LogText(target))
+                    return false;
             } else {
                 char source[kPathCapacity];
                 char member[kMemberNameCapacity];
@@ -391,8 +396,8 @@ bool CopyFiles()
                 bool keep = false;
                 const int reply = DecideReplace(i, target, source, replaceWithoutAsking, &keep);
                 if (keep) {
-                    LogText("***** Skipped file:");
-                    LogText(target);
+                    if (!LogText("***** Skipped file:") || !LogText(target))
+                        return false;
                 } else if (!g_setup.replaceAll && reply == kReplaceCancel) {
                     return false;
                 } else if (g_setup.replaceAll || reply != kReplaceKeep) {
@@ -401,7 +406,8 @@ bool CopyFiles()
                         return false;
                     if (transferred) {
                         setArchiveOnlyChecked(target);
-                        logInstalledFile(target);
+                        if (!logInstalledFile(target))
+                            return false;
                     }
                 }
             }
@@ -412,7 +418,8 @@ bool CopyFiles()
         if (++g_setup.filesDone >= g_setup.filesToTransfer)
             break;
     }
-    logFilesMadeLater();
+    if (!logFilesMadeLater())
+        return false;
     return SetProgress(static_cast<std::int64_t>(g_setup.bytesDonePacked),
                        static_cast<std::int64_t>(g_setup.bytesTotalPacked));
 }

@@ -34,6 +34,9 @@ bool CreateDirectories();
 // install/failed_copy.cpp
 // Retry (7), skip (8) or cancel (2) after the attempt-th failed copy of a file.
 int askAfterFailedCopy(const char* message, int attempt);
+// Retry (7) or cancel (2) after the attempt-th failed write of a record the removal needs (the
+// log, its journal): skipping it would leave something no removal finds.
+int askAfterFailedWrite(const char* path, int attempt);
 
 // install/unpacker_start.cpp
 // Starts hounzip.exe from the program's folder with commandLine, only when it is the unpacker
@@ -70,17 +73,38 @@ const char* logModeWord();                              // "update" or "standard
 // folder + the log's file name; false (path empty) when it would not fit.
 bool SetupLogPath(const char* folder, char* path, std::size_t capacity);
 LogLineKind classifyLogLine(const char* line);
-// CreateFolderChain with the alert of a path that is no folder path, and with each level it made
-// logged as a "#" line when logIt is set and a log is open.
+// text + CR LF in one write, flushed to the disk when durable; a write that fails leaves the file
+// as it was before (a short write is cut off again). False for the empty handle.
+bool writeWholeLine(HANDLE file, const char* text, bool durable);
+// writeWholeLine until it succeeds or the user (a silent run after its retries) gives up; the
+// alert names the common data folder + name. False when the run is to stop.
+bool writeRecordLine(HANDLE file, const char* name, const char* text, bool durable);
+// CreateFolderChain with the alert of a path that is no folder path; with logIt each level is
+// journaled before it is made and logged as a "#" line after. False when the run is to stop.
 bool MakeFolderChain(const char* path, bool logIt);
+// Opens the log and its journal, writes the STARTING banner and takes over what an interrupted
+// run journaled. False when the run is to stop; true without a log when the user chose so.
 bool OpenLog();
-// Writes the EXITING banner and closes the log, when one is open.
-void CloseLog();
-void LogText(const char* text);                         // one line, when a log is open
-void LogBanner(const char* format);                     // format takes the mode word and the time
-void LogTimedLine(const char* format);                  // format takes the time only
+// Closes the log and its journal, after the EXITING banner when exitBanner is set.
+void CloseLog(bool exitBanner);
+// Each writes one line when a log is open; false when it could not be written and the run is to
+// stop (the user was asked, or a silent run tried again).
+bool LogText(const char* text);
+bool LogBanner(const char* format);                     // format takes the mode word and the time
+bool LogTimedLine(const char* format);                  // format takes the time only
 // One "*****" line per per-user folder value the detection ignored (setupdata's note).
-void LogIgnoredFolderValues();
+bool LogIgnoredFolderValues();
+
+// install/setup_journal.cpp: what is about to be created, on the disk before it is.
+bool JournalPath(const char* folder, char* path, std::size_t capacity);
+// A file (or, as "#" + folder, a folder) about to be created; false when the run is to stop.
+bool JournalFile(const char* path);
+bool JournalFolder(const char* folder);
+// Copies what an interrupted run left in the journal into the log, under a banner.
+bool TakeOverJournal();
+// The product is registered and the log names all the journal holds: the log is made durable and
+// the journal emptied.
+void SettleJournal();
 
 // install/file_transfer.cpp
 bool CopyFiles();

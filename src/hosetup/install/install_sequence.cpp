@@ -89,10 +89,7 @@ bool RunInstallation()
         return false;
 
     ShowProgressStage(true, 0, 0, 0);
-    if (g_setup.logFile) {
-        CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
-    }
+    CloseLog(false);
     if (!SetProgress(10, 100))
         return false;
     if (!prepareBackupsOrLog())
@@ -104,7 +101,8 @@ bool RunInstallation()
     if (g_setup.updateInstall) {
         if (!paceProgress(40, 89, 1, 50))
             return false;
-        BackupSettingsFiles();
+        if (!BackupSettingsFiles())
+            return false;
         if (!paceProgress(90, 100, 1, 50))
             return false;
     } else if (!paceProgress(40, 100, 1, 50)) {
@@ -123,6 +121,9 @@ bool RunInstallation()
     else
         RegisterStandardInstallation();
     RecordCompileDate();
+    // Registered, the installation is an update to every later run, which keeps this log: what the
+    // journal holds is safe in it now.
+    SettleJournal();
     if (!paceProgress(0, 100, 2, 40))
         return false;
 

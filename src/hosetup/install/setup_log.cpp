@@ -1,6 +1,8 @@
 // The setup log hosetup.log: banners, "#" folder lines and bare file paths. It is the contract
 // between installation and removal, so its lines are never translated. The installation writes
-// it here; the removal reads it back through the same module's line kinds.
+// it here; the removal reads it back through the same module's line kinds. Every line reaches the
+// disk whole or not at all, and a line that cannot be written stops the step: a file on disk that
+// the log does not name is one no removal would find.
 #include "install/install.h"
 #include "core/core.h"
 #include "format/program_files.h"
@@ -29,6 +31,35 @@ void carryOverEarlierLog(const char* logPath)
     char earlier[kPathCapacity];
     if (SetupLogPath(g_setup.installFolder, earlier, sizeof earlier) && PathExists(earlier))
         copyFilePumping(earlier, logPath, true, false);
+}
+
+// Opens the log or its journal in the common data folder for appending. A file that cannot be
+// opened is asked about: a person may go on without it (*file stays 0) or stop; a silent run
+// tries again like any failed write and then stops. A path that would be cut names another file
+// and is refused like one that cannot be opened.
+bool openRecordFile(const char* name, HANDLE* file)
+{
+    char path[kPathCapacity];
+    const bool fits = composePath(path, sizeof path, g_setup.commonDataFolder, name);
+    for (int attempt = 1;; ++attempt) {
+        if (fits && OpenForAppending(file, path))
+            return true;
+        *file = nullptr;
+        if (g_setup.optionSilent) {
+            if (askAfterFailedWrite(path, attempt) == kButtonCancel)
+                return false;
+            continue;
+        }
+        return ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kLogQuestionKind) !=
+               kButtonCancel;
+    }
+}
+
+bool logFolderLine(const char* folder)
+{
+    char line[kMessageCapacity];
+    HOI_PrintA(line, sizeof line, "#%s", folder);
+    return LogText(line);
 }
 
 } // namespace
@@ -60,42 +91,65 @@ const char* logModeWord()
     return g_setup.updateInstall ? "update" : "standard";
 }
 
-void LogText(const char* text)
+bool writeWholeLine(HANDLE file, const char* text, bool durable)
 {
-    if (g_setup.logFile)
-        WriteLogLine(g_setup.logFile, text, std::strlen(text));
+    const LARGE_INTEGER here = {};
+    LARGE_INTEGER start = {};
+    if (!file || !SetFilePointerEx(file, here, &start, FILE_CURRENT))
+        return false;
+    if (WriteLogLine(file, text, std::strlen(text)) && (!durable || FlushFileBuffers(file)))
+        return true;
+    // A short write (a full volume) leaves part of the line: it is cut off again, so that what
+    // the file holds is whole lines only and the next attempt starts where this one did.
+    SetFilePointerEx(file, start, nullptr, FILE_BEGIN);
+    SetEndOfFile(file);
+    return false;
 }
 
-void LogTimedLine(const char* format)
+bool writeRecordLine(HANDLE file, const char* name, const char* text, bool durable)
 {
-    if (!g_setup.logFile)
-        return;
+    for (int attempt = 1; !writeWholeLine(file, text, durable); ++attempt) {
+        char path[kPathCapacity];
+        composePath(path, sizeof path, g_setup.commonDataFolder, name);
+        if (askAfterFailedWrite(path, attempt) == kButtonCancel)
+            return false;
+    }
+    return true;
+}
+
+bool LogText(const char* text)
+{
+    return !g_setup.logFile || writeRecordLine(g_setup.logFile, kSetupLogName, text, false);
+}
+
+bool LogTimedLine(const char* format)
+{
     char stamp[32];
     char line[kMessageCapacity];
     formatLogTime(stamp, sizeof stamp);
-    const std::size_t length = HOI_PrintA(line, sizeof line, format, stamp);
-    WriteLogLine(g_setup.logFile, line, length);
+    HOI_PrintA(line, sizeof line, format, stamp);
+    return LogText(line);
 }
 
-void LogBanner(const char* format)
+bool LogBanner(const char* format)
 {
-    if (!g_setup.logFile)
-        return;
     char stamp[32];
     char line[kMessageCapacity];
     formatLogTime(stamp, sizeof stamp);
-    const std::size_t length = HOI_PrintA(line, sizeof line, format, logModeWord(), stamp);
-    WriteLogLine(g_setup.logFile, line, length);
+    HOI_PrintA(line, sizeof line, format, logModeWord(), stamp);
+    return LogText(line);
 }
 
-void LogIgnoredFolderValues()
+bool LogIgnoredFolderValues()
 {
     // A banner line: the removal skips every line that starts with "*", so it never acts on one.
     for (std::uint32_t i = 0; i < g_setup.ignoredFolderCount && i < kIgnoredFolderSlots; ++i) {
         char line[kMessageCapacity];
         HOI_PrintA(line, sizeof line, "***** Ignored per-user folder value %s *****", g_setup.ignoredFolderValues[i]);
-        LogText(line);
+        if (!LogText(line))
+            return false;
     }
+    return true;
 }
 
 bool MakeFolderChain(const char* path, bool logIt)
@@ -109,20 +163,21 @@ bool MakeFolderChain(const char* path, bool logIt)
         AlertError(g_setup.mainWindow, message);
         return false;
     }
+    // Each level is in the journal before it is made, so an interruption before its log line
+    // still leaves it where the removal looks.
     FolderLevels missing;
-    const bool made = CreateFolderChain(path, &missing);
+    const ChainStep made = CreateFolderChain(path, &missing, logIt ? JournalFolder : nullptr);
     // Levels made before a refusal are logged all the same, so that the removal takes them away.
     for (std::size_t i = 0; logIt && i < missing.count; ++i) {
-        char line[kMessageCapacity];
-        HOI_PrintA(line, sizeof line, "#%s", missing.level[i]);
-        LogText(line);
+        if (!logFolderLine(missing.level[i]))
+            return false;
     }
-    if (!made) {
+    if (made == ChainStep::Refused) {
         // A level is there but reached through a link: nothing may be made below it.
         ShowFileAlert(g_setup.mainWindow, folder, kFolderAlertKind);
         return false;
     }
-    return true;
+    return made == ChainStep::Made;
 }
 
 bool OpenLog()
@@ -135,45 +190,45 @@ bool OpenLog()
     if (!MakeFolderChain(g_setup.commonDataFolder, false) || !PathExists(g_setup.commonDataFolder))
         return false;
 
-    // A log path that would be cut names another file: it is refused like one that cannot open.
     char logPath[kPathCapacity];
-    const bool fits = SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
-    if (fits)
+    if (SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath))
         carryOverEarlierLog(logPath);
+    if (!openRecordFile(kSetupLogName, &g_setup.logFile))
+        return false;
+    if (!g_setup.logFile)
+        return true;    // going on without a log: every later write is a no-op
+    if (!openRecordFile(kSetupJournalName, &g_setup.journalFile))
+        return false;
 
-    HANDLE file = nullptr;
-    if (!fits || !OpenForAppending(&file, logPath)) {
-        g_setup.logFile = nullptr;
-        if (ShowFileAlert(g_setup.mainWindow, fits ? logPath : g_setup.commonDataFolder, kLogQuestionKind) ==
-            kButtonCancel)
+    if (!LogBanner(folderExisted
+                       ? "***** Vistrel %s installation: STARTING, preparing log file, %s *****"
+                       : "***** Vistrel %s installation: STARTING, creating initial directory and preparing log file, %s *****") ||
+        !LogIgnoredFolderValues())
+        return false;
+    if (!folderExisted) {
+        // The parent is logged whether or not this run made it: removing a non-empty folder
+        // later fails harmlessly.
+        char parent[kPathCapacity] = "";   // stays empty when there is no parent
+        ParentFolder(g_setup.commonDataFolder, parent, sizeof parent);
+        if (!logFolderLine(parent) || !logFolderLine(g_setup.commonDataFolder))
             return false;
-        return true;    // go on without a log: every later write is a no-op
     }
-    g_setup.logFile = file;
-
-    LogBanner(folderExisted
-                  ? "***** Vistrel %s installation: STARTING, preparing log file, %s *****"
-                  : "***** Vistrel %s installation: STARTING, creating initial directory and preparing log file, %s *****");
-    LogIgnoredFolderValues();
-    if (folderExisted)
-        return true;
-    // The parent is logged whether or not this run made it: removing a non-empty folder later
-    // fails harmlessly.
-    char parent[kPathCapacity] = "";   // stays empty when there is no parent
-    char line[kMessageCapacity];
-    ParentFolder(g_setup.commonDataFolder, parent, sizeof parent);
-    HOI_PrintA(line, sizeof line, "#%s", parent);
-    LogText(line);
-    HOI_PrintA(line, sizeof line, "#%s", g_setup.commonDataFolder);
-    LogText(line);
-    return true;
+    return TakeOverJournal();
 }
 
-void CloseLog()
+void CloseLog(bool exitBanner)
 {
-    if (!g_setup.logFile)
-        return;
-    LogBanner("***** Vistrel %s installation: EXITING, %s *****\r\n");
+    if (g_setup.logFile && exitBanner) {
+        // The run is ending: a banner that cannot be written is not asked about, and names
+        // nothing the removal needs.
+        char stamp[32];
+        char line[kMessageCapacity];
+        formatLogTime(stamp, sizeof stamp);
+        HOI_PrintA(line, sizeof line, "***** Vistrel %s installation: EXITING, %s *****\r\n", logModeWord(), stamp);
+        writeWholeLine(g_setup.logFile, line, false);
+    }
     CloseFile(g_setup.logFile);
+    CloseFile(g_setup.journalFile);
     g_setup.logFile = nullptr;
+    g_setup.journalFile = nullptr;
 }

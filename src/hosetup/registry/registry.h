@@ -42,6 +42,9 @@ bool RecordCompileDate();
 // there; 1010 (ERROR_BADKEY) for an empty path or one that ends in a separator, which would
 // otherwise name its parent; else the first error met, with the rest of the tree left in place.
 LONG DeleteRegistryTree(HKEY root, const char* path);
-// Deletes what the installation and the product wrote, in four paced portions; false when the
-// user confirmed a cancellation at one of the progress reports.
+// Deletes what the installation and the product wrote but the record of the installation, in
+// paced portions; false when the user confirmed a cancellation at one of the progress reports.
 bool RemoveRegistryEntries();
+// Deletes the uninstall entry, then the product key that records the installation, and the
+// maker's key when that leaves it empty: the last the removal does in the registry.
+void RemoveInstallationRecord();

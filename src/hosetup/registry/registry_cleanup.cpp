@@ -1,7 +1,9 @@
 // What a removal takes out of the registry: the keys the installation wrote, the keys the product
 // keeps under the maker's key, and the maker's key itself once no other product of the maker is
-// left in it. The work is cut into four paced portions so that the bar moves and the user can
-// cancel between them; every deletion result is ignored.
+// left in it. The work is cut into paced portions so that the bar moves and the user can cancel
+// between them; the record of the installation (its uninstall entry and product key) goes apart,
+// at the very end of a removal, so that one cut short can be started again. Every deletion result
+// is ignored.
 #include "registry/registry.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
@@ -105,7 +107,9 @@ bool RemoveRegistryEntries()
 {
     char path[kKeyPathCapacity];
 
-    deleteUnderBothRoots(g_setup.registryKey);
+    // The per-user half of the product key; the machine's half records the installation and goes
+    // last, with the uninstall entry (RemoveInstallationRecord).
+    DeleteRegistryTree(HKEY_CURRENT_USER, g_setup.registryKey);
     HOI_CopyA(path, sizeof path, "Software\\", "Harwick-Orbel\\", kProductsKey);
     deleteUnderBothRoots(path);
     if (!pace(20))
@@ -116,14 +120,6 @@ bool RemoveRegistryEntries()
     deleteUnderBothRoots(path);
     HOI_PrintA(path, sizeof path, "%s\\%s", kAppPathsKey, kMainProgram);
     DeleteRegistryTree(HKEY_LOCAL_MACHINE, path);
-    // The entry goes as a whole key, with every value the installation wrote into it.
-    // The first request names the Uninstall key itself and is refused for its closing separator;
-    // the second names the product's own entry, written under eProfileTitle[2] alone.
-    char uninstall[kKeyPathCapacity];
-    HOI_PrintA(uninstall, sizeof uninstall, "%s\\", kUninstallKey);
-    DeleteRegistryTree(HKEY_LOCAL_MACHINE, uninstall);
-    HOI_CopyA(path, sizeof path, uninstall, eProfileTitle[2], eProfileTitle[7]);
-    DeleteRegistryTree(HKEY_LOCAL_MACHINE, path);
     // The library type stays registered: other products of the maker open libraries too.
     DeleteRegistryTree(HKEY_CLASSES_ROOT, kDrawingExtension);
     DeleteRegistryTree(HKEY_CLASSES_ROOT, kDrawingType);
@@ -131,10 +127,23 @@ bool RemoveRegistryEntries()
     SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
     if (!pace(40))
         return false;
-
     deleteMakerKeyIfEmpty(HKEY_CURRENT_USER);
-    if (!pace(60))
-        return false;
+    return pace(60);
+}
+
+void RemoveInstallationRecord()
+{
+    // The entry goes as a whole key, with every value the installation wrote into it, and before
+    // the product key: a removal cut short between the two is started again from the
+    // installation folder, which finds the installation by the product key.
+    // The first request names the Uninstall key itself and is refused for its closing separator;
+    // the second names the product's own entry, written under eProfileTitle[2] alone.
+    char uninstall[kKeyPathCapacity];
+    char path[kKeyPathCapacity];
+    HOI_PrintA(uninstall, sizeof uninstall, "%s\\", kUninstallKey);
+    DeleteRegistryTree(HKEY_LOCAL_MACHINE, uninstall);
+    HOI_CopyA(path, sizeof path, uninstall, eProfileTitle[2], eProfileTitle[7]);
+    DeleteRegistryTree(HKEY_LOCAL_MACHINE, path);
+    DeleteRegistryTree(HKEY_LOCAL_MACHINE, g_setup.registryKey);
     deleteMakerKeyIfEmpty(HKEY_LOCAL_MACHINE);
-    return pace(80);
 }

@@ -1,7 +1,11 @@
-// Deletion of what the setup log names: every file any installation recorded, then the recorded
-// folders, deepest first, as far as they have become empty. Nothing outside the log is touched.
+// Deletion of what the setup log and its journal name: every file any installation recorded or
+// was about to create, then the recorded folders, deepest first, as far as they have become
+// empty. Nothing else is touched, and what the removal needs to be started again (its own files,
+// the data file) is left to the end of the removal.
 #include "remove/remove.h"
 #include "install/install.h"
+#include "format/data_format.h"
+#include "format/program_files.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
@@ -81,11 +85,51 @@ bool isProductPath(const char* path, bool folderLine)
     return false;
 }
 
-bool rewind(const char* logPath)
+// The log, then its journal: each open for reading, or 0 when it is not there.
+struct RecordFiles {
+    HANDLE file[2];
+    const char* name[2];
+};
+
+// Opens the log or the journal in the common data folder for reading. One that is not there reads
+// as empty: a removal that was cut short after deleting it is finished by a second one. False
+// after the alert for one that is there but cannot be read.
+bool openRecord(const char* name, HANDLE* file)
 {
-    if (Seek(g_setup.logFile, 0, 0))
+    *file = nullptr;
+    char path[kPathCapacity];
+    const bool fits = composePath(path, sizeof path, g_setup.commonDataFolder, name);
+    if (fits && !PathExists(path))
         return true;
-    ShowFileAlert(g_setup.mainWindow, logPath, kLogAlertKind);
+    if (fits && OpenForReading(file, path))
+        return true;
+    *file = nullptr;
+    ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kLogAlertKind);
+    return false;
+}
+
+bool rewind(HANDLE file, const char* name)
+{
+    if (!file || Seek(file, 0, 0))
+        return true;
+    char path[kPathCapacity];
+    composePath(path, sizeof path, g_setup.commonDataFolder, name);
+    ShowFileAlert(g_setup.mainWindow, path, kLogAlertKind);
+    return false;
+}
+
+// What the removal itself runs on, in the installation folder: deleted at its very end, so that a
+// removal cut short can be started again.
+bool neededToStartAgain(const char* path)
+{
+    char own[kPathCapacity];
+    if (composePath(own, sizeof own, g_setup.installFolder, kInstalledDataName) && HOI_EqualA(path, own))
+        return true;
+    for (const ProgramFile& file : kProgramFiles) {
+        if (file.heldByRemoval && composePath(own, sizeof own, g_setup.installFolder, file.name) &&
+            HOI_EqualA(path, own))
+            return true;
+    }
     return false;
 }
 
@@ -131,7 +175,6 @@ private:
 
 bool countLogLines(HANDLE log, LogLineCount* count)
 {
-    *count = LogLineCount{};
     char line[kPathCapacity];
     while (ReadTextLine(log, line, sizeof line)) {
         if (count->counted / kLinesPerReport > count->reports) {
@@ -151,50 +194,50 @@ bool countLogLines(HANDLE log, LogLineCount* count)
 
 bool RemoveLoggedFiles()
 {
-    if (g_setup.logFile) {
-        CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
-    }
-    char logPath[kPathCapacity];
-    const bool fits = SetupLogPath(g_setup.commonDataFolder, logPath, sizeof logPath);
-    if (!fits || !OpenForReading(&g_setup.logFile, logPath)) {
-        g_setup.logFile = nullptr;
-        ShowFileAlert(g_setup.mainWindow, fits ? logPath : g_setup.commonDataFolder, kLogAlertKind);
+    CloseLog(false);
+    RecordFiles records = {{nullptr, nullptr}, {kSetupLogName, kSetupJournalName}};
+    if (!openRecord(kSetupLogName, &g_setup.logFile) || !openRecord(kSetupJournalName, &g_setup.journalFile))
         return false;
-    }
+    records.file[0] = g_setup.logFile;
+    records.file[1] = g_setup.journalFile;
     if (!SetProgress(5, 100))
         return false;
 
     // Counting pass: how much there is to do, so that the deletion's bar is true.
     LogLineCount count;
-    if (!countLogLines(g_setup.logFile, &count))
-        return false;
+    for (HANDLE file : records.file) {
+        if (file && !countLogLines(file, &count))
+            return false;
+    }
     if (!SetProgress(100, 100))
         return false;
 
     g_setup.bytesDonePacked = 0;
     g_setup.bytesTotalPacked = static_cast<std::uint64_t>(count.counted + count.folders);
     ShowProgressStage(true, 5, 0, 0);
-    if (!rewind(logPath))
-        return false;
 
-    // File pass, in the log's order. A file an installation kept (after a "Skipped file" marker)
-    // is the product's too and goes with the rest. The folder lines are gathered on the way.
+    // File pass, in the log's order and then the journal's. A file an installation kept (after a
+    // "Skipped file" marker) is the product's too and goes with the rest. The folder lines are
+    // gathered on the way.
     char line[kPathCapacity];
     std::int64_t unitsReported = 0;
     SeenLines seenFiles;
     SeenLines seenFolders;
     std::vector<std::string> folders;
-    while (ReadTextLine(g_setup.logFile, line, sizeof line)) {
-        const LogLineKind kind = classifyLogLine(line);
-        if (kind == LogLineKind::Folder && isProductPath(line + 1, true) && seenFolders.firstTime(line + 1))
-            folders.emplace_back(line + 1);
-        if (kind != LogLineKind::File)
-            continue;
-        if (!countUnit(&unitsReported))
+    for (int i = 0; i < 2; ++i) {
+        if (!rewind(records.file[i], records.name[i]))
             return false;
-        if (isProductPath(line, false) && seenFiles.firstTime(line))
-            DeleteFileAt(line);
+        while (records.file[i] && ReadTextLine(records.file[i], line, sizeof line)) {
+            const LogLineKind kind = classifyLogLine(line);
+            if (kind == LogLineKind::Folder && isProductPath(line + 1, true) && seenFolders.firstTime(line + 1))
+                folders.emplace_back(line + 1);
+            if (kind != LogLineKind::File)
+                continue;
+            if (!countUnit(&unitsReported))
+                return false;
+            if (isProductPath(line, false) && !neededToStartAgain(line) && seenFiles.firstTime(line))
+                DeleteFileAt(line);
+        }
     }
     if (count.folders == 0)
         return true;

@@ -1,8 +1,12 @@
-// The removal sequence: data file, the setup log's files and folders, the log, the empty data
-// and document folders, the registry, the program's own files at the next restart, and the
-// links. To stop means to return false at once; what was deleted stays deleted.
+// The removal sequence: data file, the files and folders the setup log and its journal name, the
+// empty document folders, the registry, the links; and at its very end what a removal needs to be
+// started again: the log and its journal, the data folders, the program's own files and the data
+// file (at the next restart), the uninstall entry and the product key. To stop means to return
+// false at once; what was deleted stays deleted, and a removal that was stopped or cut short
+// (killed, a power cut) is finished by starting it again.
 #include "remove/remove.h"
 #include "install/install.h"
+#include "format/data_format.h"
 #include "format/program_files.h"
 #include "registry/registry.h"
 #include "setupdata/setupdata.h"
@@ -27,13 +31,15 @@ void removeFolderAndStepUp(char* folder)
     ParentFolder(folder, folder, kPathCapacity);
 }
 
-// The log, the data folders and their parents; only empty folders go.
+// The log, its journal, the data folders and their parents; only empty folders go.
 void removeLogAndDataFolders()
 {
     char path[kPathCapacity];
     if (SetupLogPath(g_setup.commonDataFolder, path, sizeof path))
         DeleteFileAt(path);
     if (SetupLogPath(g_setup.installFolder, path, sizeof path))
+        DeleteFileAt(path);
+    if (JournalPath(g_setup.commonDataFolder, path, sizeof path))
         DeleteFileAt(path);
 
     char folder[kPathCapacity] = "";
@@ -63,7 +69,9 @@ void removeDocumentFolders()
 void scheduleRestartDeletions()
 {
     // The program's own files in the installation folder are in use while the removal runs, so
-    // the system deletes them at the next restart.
+    // the system deletes them at the next restart. The data file is deleted at once after the
+    // installation record (finishRemoval); scheduled as well, it goes even when the removal is
+    // cut short between the two.
     char path[kPathCapacity];
     for (const ProgramFile& own : kProgramFiles) {
         if (!own.heldByRemoval)
@@ -71,6 +79,8 @@ void scheduleRestartDeletions()
         if (composePath(path, sizeof path, g_setup.installFolder, own.name))
             DeleteAtRestart(path);
     }
+    if (composePath(path, sizeof path, g_setup.installFolder, kInstalledDataName))
+        DeleteAtRestart(path);
     // The folder and then its parent: a folder directly under a drive root has no parent that
     // can be computed, so it is scheduled twice, which is harmless.
     HOI_CopyA(path, sizeof path, g_setup.installFolder);
@@ -80,6 +90,20 @@ void scheduleRestartDeletions()
     ParentFolder(path, path, sizeof path);
     StripTrailingSeparator(path);
     DeleteAtRestart(path);
+}
+
+// What a removal needs to be started again goes last, in an order in which a removal cut short at
+// any point is finished by the uninstall entry or by the installation folder's program, as long
+// as the installation is recorded; once it is not, only what the restart deletes is left.
+void finishRemoval()
+{
+    CloseLog(false);
+    removeLogAndDataFolders();
+    scheduleRestartDeletions();
+    RemoveInstallationRecord();
+    char dataFile[kPathCapacity];
+    if (composePath(dataFile, sizeof dataFile, g_setup.installFolder, kInstalledDataName))
+        DeleteFileAt(dataFile);
 }
 
 bool installationRecorded()
@@ -109,18 +133,13 @@ bool RunRemoval()
     ShowProgressStage(true, 4, 0, 0);
     if (!RemoveLoggedFiles())
         return false;
-    if (g_setup.logFile) {
-        CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
-    }
+    CloseLog(false);
 
     ShowProgressStage(true, 6, 0, 0);
-    removeLogAndDataFolders();
     if (!SetProgress(10, 100))
         return false;
     removeDocumentFolders();
     RemoveRegistryEntries();   // a cancellation in it cuts only the clean-up short
-    scheduleRestartDeletions();
     if (!SetProgress(100, 100))
         return false;
 
@@ -128,6 +147,7 @@ bool RunRemoval()
     RemoveShortcuts();
     if (!paceProgress(0, 100, kPacingStep, kPacingSleepMs))
         return false;
+    finishRemoval();
     // Deleted desktop links vanish at once instead of at the desktop's next repaint.
     RedrawWindow(nullptr, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ERASENOW);
     ShowProgressStage(false, 0, 0, 0);

@@ -55,6 +55,7 @@ bool initialiseSetup()
     }
 
     g_setup.logFile = nullptr;
+    g_setup.journalFile = nullptr;
     g_setup.headerBuffer = nullptr;
     g_setup.fileRecords = nullptr;
     g_setup.shortcutRecords = nullptr;
@@ -112,6 +113,6 @@ void exitSetup()
     g_setup.splashBitmap = nullptr;
     g_setup.aboutFont = nullptr;
 
-    CloseLog();
+    CloseLog(true);
     releaseUnpacker();
 }

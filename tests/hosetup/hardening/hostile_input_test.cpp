@@ -42,9 +42,7 @@ protected:
     }
     void TearDown() override
     {
-        if (g_setup.logFile)
-            CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
+        CloseLog(false);
         releaseDataRecords();
         removeTree(root_);
     }
@@ -116,9 +114,9 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
 TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
 {
     const std::string outside = root_ + "Outside\\";
-    ASSERT_TRUE(CreateFolderChain((outside + "Empty\\").c_str(), nullptr));
-    ASSERT_TRUE(CreateFolderChain(g_setup.commonDataFolder, nullptr));
-    ASSERT_TRUE(CreateFolderChain((std::string(g_setup.installFolder) + "Bin\\").c_str(), nullptr));
+    ASSERT_EQ(CreateFolderChain((outside + "Empty\\").c_str(), nullptr), ChainStep::Made);
+    ASSERT_EQ(CreateFolderChain(g_setup.commonDataFolder, nullptr), ChainStep::Made);
+    ASSERT_EQ(CreateFolderChain((std::string(g_setup.installFolder) + "Bin\\").c_str(), nullptr), ChainStep::Made);
     writeFile(outside + "keep.txt", "someone else's");
     writeFile(std::string(g_setup.installFolder) + "Bin\\product.dll", "ours");
     const std::string lines[] = {
@@ -167,7 +165,7 @@ TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
         {"logged folder is a link", program + "Samples", "#" + program + "Samples\\\r\n" + program + "Samples\\secret.txt",
          false, logAndRemove},
         {"folder made below a link", program + "Samples", "",
-         false, [&] { EXPECT_FALSE(CreateFolderChain((program + "Samples\\New\\").c_str(), nullptr)); }},
+         false, [&] { EXPECT_EQ(CreateFolderChain((program + "Samples\\New\\").c_str(), nullptr), ChainStep::Refused); }},
         {"log appended through a link", data + "hosetup.log", "", true, [&] {
              g_setup.updateInstall = 1;
              OpenLog();
@@ -184,16 +182,14 @@ TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         for (const std::string& folder : {c.link.substr(0, c.link.find_last_of('\\') + 1), data, outside})
-            ASSERT_TRUE(CreateFolderChain(folder.c_str(), nullptr));
+            ASSERT_EQ(CreateFolderChain(folder.c_str(), nullptr), ChainStep::Made);
         writeFile(secret, "secret");
         writeFile(program + "a.txt", "product");
         ASSERT_TRUE(makeHostLink(c.link, c.toFile ? secret : outside));
         if (!c.log.empty())
             writeFile(data + "hosetup.log", c.log + "\r\n");
         c.act();
-        if (g_setup.logFile)
-            CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
+        CloseLog(false);
         g_setup.updateInstall = 0;
         EXPECT_TRUE(removeHostLink(c.link));
         EXPECT_EQ(readFile(secret), "secret");

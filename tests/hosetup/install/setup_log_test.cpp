@@ -18,7 +18,7 @@ TEST_F(SetupLog, AFailingUnpackerEndsASilentRunAfterThreeAttemptsWithNothingLogg
     EXPECT_GE(GetTickCount() - start, 2000u);   // two retries, one second apart
     const std::string target = std::string(g_setup.installFolder) + "broken.dll";
     EXPECT_FALSE(PathExists(target.c_str()));
-    CloseLog();
+    CloseLog(true);
     EXPECT_EQ(readFile(logPath()).find(target), std::string::npos);
 }
 
@@ -52,8 +52,7 @@ TEST_F(SetupLog, AnUpdateCarriesTheEarlierLogOverOnlyFromTheInstallationFolder)
         g_setup.updateInstall = row.update;
         g_setup.logCarriedOver = row.recordedInProductKey;
         ASSERT_TRUE(OpenLog());
-        CloseFile(g_setup.logFile);
-        g_setup.logFile = nullptr;
+        CloseLog(false);
         // What was there, then the banner with a 19-character time stamp, and nothing else.
         const std::string text = readFile(logPath()), start = row.before + std::string("***** Vistrel ") +
                                  (row.update ? "update" : "standard") + " installation: STARTING, preparing log file, ";

@@ -84,6 +84,8 @@ TEST(RegistryCleanup, KeepsWhatOthersOwn)
     ASSERT_TRUE(ShowProgressStage(true, 6, 0, 0));
     EXPECT_TRUE(RemoveRegistryEntries());
     ShowProgressStage(false, 0, 0, 0);
+    EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kEntryKey.c_str());   // the record goes last, apart
+    RemoveInstallationRecord();
 
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
         EXPECT_REG_SZ(root, kOtherProduct, "Value", "other product");

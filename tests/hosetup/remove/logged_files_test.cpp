@@ -71,8 +71,7 @@ TEST_F(LoggedFiles, ADamagedLogDeletesOnlyWhatAWholeLineNames)
         SCOPED_TRACE(row.damage);
         for (const char* name : {"a.dat", "b.dat", "c.dat"})
             writeFile(at + name, "x");
-        CloseFile(g_setup.logFile);   // the last removal left it open
-        g_setup.logFile = nullptr;
+        CloseLog(false);   // the last removal left it open
         writeFile(logPath(), row.log);
         EXPECT_TRUE(RemoveLoggedFiles());
         for (const char* name : row.gone)

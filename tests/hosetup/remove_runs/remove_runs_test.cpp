@@ -22,19 +22,19 @@ TEST_F(WholeRun, SilentRemovalTakesWhatTheLogNamesAndKeepsTheUsersDrawing)
     const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
     ASSERT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 0u);
 
-    // Every logged file and folder is gone but the running program and its language module with their
-    // folders, and the folders that hold the user's drawing.
+    // Every logged file and folder is gone but the running program, its language module and help file
+    // with their folders, and the folders that hold the user's drawing.
     for (const std::string& line : log) {
         const std::string path = line.substr(line.find('#') == 0 ? 1 : 0);
         const bool stays = program.find(path) == 0 || drawings.find(path) == 0 || path == program + "hosetup.exe" ||
-                           path == program + "holang.dll";
+                           path == program + "holang.dll" || path == program + "hosetup.chm";
         EXPECT_TRUE(line.empty() || line.front() == '*' || fileExists(path) == stays) << path;
     }
     EXPECT_EQ(readFile(drawings + "mine.hod"), "LINE 1 1 2 2");
     // The restart deletes the rest, in order, the help file too in case a viewer held it.
     const std::string at = CharLowerA(&std::string(program)[0]);
     const std::vector<std::string> restart = {at + "holang.dll", at + "hosetup.chm", at + "hosetup.gid", at + "hosetup.exe",
-                                              at.substr(0, at.size() - 1), at.substr(0, at.find_last_of('\\', at.size() - 2))};
+                                              at + "hosetup.dat", at.substr(0, at.size() - 1), at.substr(0, at.find_last_of('\\', at.size() - 2))};
     EXPECT_EQ(pendingDeletions(), restart);
 
     EXPECT_REG_SZ(HKEY_LOCAL_MACHINE, kNeighbour, "DisplayName", "Neighbour");
@@ -45,15 +45,15 @@ TEST_F(WholeRun, SilentRemovalTakesWhatTheLogNamesAndKeepsTheUsersDrawing)
         EXPECT_FALSE(fileExists(link)) << link;
 }
 
-// Without its log, or without a recorded installation (silent, or told in an interactive run), the
-// removal stops (2) before anything is deleted; a silent one waits for nobody.
-TEST_F(WholeRun, RemovalWithoutItsLogOrARecordedInstallationDeletesNothing)
+// With a log that cannot be read, or without a recorded installation (silent, or told in an interactive
+// run), the removal stops (2) before anything is deleted; a silent one waits for nobody.
+TEST_F(WholeRun, RemovalWithAnUnreadableLogOrWithoutARecordedInstallationDeletesNothing)
 {
     ASSERT_EQ(install(build(samplePackage())), 0u);
     const std::string command = uninstallCommand(), log = folders_.commonData + "hosetup.log";
-    ASSERT_TRUE(MoveFileA(log.c_str(), (log + ".aside").c_str()));
+    HANDLE held = CreateFileA(log.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
-    ASSERT_TRUE(MoveFileA((log + ".aside").c_str(), log.c_str()));
+    CloseHandle(held);
     deleteRegTree(HKEY_LOCAL_MACHINE, kProductKey);
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
     SetupChild run(command);
@@ -67,7 +67,8 @@ TEST_F(WholeRun, RemovalWithoutItsLogOrARecordedInstallationDeletesNothing)
 }
 
 // An interactive removal through its pages ends at the finish page (0); a cancel confirmed while
-// its last stage removes the links ends it without (2), the restart deletions made.
+// its last stage removes the links ends it without (2), with the installation still recorded, so
+// that a removal started again finishes it.
 TEST_F(WholeRun, InteractiveRemovalAndACancelInItsLastStage)
 {
     const std::string dist = build(samplePackage());
@@ -89,7 +90,9 @@ TEST_F(WholeRun, InteractiveRemovalAndACancelInItsLastStage)
         ASSERT_TRUE(cancel || run.passPages(1));
         EXPECT_EQ(run.exitCode(), cancel ? 2u : 0u);
         EXPECT_FALSE(fileExists(folders_.install + "hovistrel.exe"));
-        EXPECT_EQ(pendingDeletions().size(), 6u);
+        EXPECT_EQ(pendingDeletions().size(), cancel ? 0u : 7u);
+        EXPECT_EQ(!cancel || runProcess(uninstallCommand() + " -S", kRunTimeout) == 0, true);
+        EXPECT_EQ(pendingDeletions().size(), 7u);
     }
 }
 

@@ -112,7 +112,7 @@ TEST_F(Detection, RecordedStates)
         HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, scratch_.c_str());
         DeleteFileA((scratch_ + "hosetup.log").c_str());
         ASSERT_TRUE(OpenLog());
-        CloseLog();
+        CloseLog(true);
         std::vector<std::string> ignored;
         const std::string log = readFile(scratch_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
         for (std::size_t at = log.find(mark); at != std::string::npos; at = log.find(mark, at + 1))
