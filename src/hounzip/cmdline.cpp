@@ -6,6 +6,8 @@
 // option; every other token is a path.
 #include "hounzip.h"
 
+#include "format/unpacker_temp.h"
+
 // Reads one token starting at *cursor into out (capacity bytes, terminated). Returns 0 at the end of the line,
 // 1 with a token, -1 when the token does not fit. *quoted tells whether the token began with a quote.
 static int NextToken(const char **cursor, char *out, size_t capacity, int *quoted)
@@ -38,9 +40,34 @@ static int NextToken(const char **cursor, char *out, size_t capacity, int *quote
     return fits ? 1 : -1;
 }
 
-// Applies one option token ("-n", "/Q", ...). Returns false for an unknown option.
+// Reads the temporary name's digits of -t: exactly kUnpackerTempDigits hex digits, nothing before or after them
+// (no sign, no "0x", no blank). Returns false for anything else.
+static int ParseTempDigits(const char *digits, uint32_t *value)
+{
+    uint32_t result = 0;
+    for (size_t i = 0; i < kUnpackerTempDigits; i++) {
+        char c = digits[i];
+        unsigned digit = c >= '0' && c <= '9' ? (unsigned)(c - '0')
+                       : c >= 'a' && c <= 'f' ? (unsigned)(c - 'a' + 10)
+                       : c >= 'A' && c <= 'F' ? (unsigned)(c - 'A' + 10) : 16u;
+        if (digit > 15)
+            return 0;  // also ends at the terminating zero of a short token
+        result = result << 4 | digit;
+    }
+    *value = result;
+    return digits[kUnpackerTempDigits] == '\0';
+}
+
+// Applies one option token ("-n", "/Q", "-t0a1b2c3d", ...). Returns false for an unknown or malformed option and
+// for a second -t.
 static int ApplyOption(const char *token, HzCommand *command)
 {
+    if ((token[1] | 0x20) == kUnpackerTempOption[1]) {  // either case of the letter
+        if (command->givenTemp || !ParseTempDigits(token + 2, &command->tempPart))
+            return 0;
+        command->givenTemp = 1;
+        return 1;
+    }
     if (token[1] == '\0' || token[2] != '\0')
         return 0;
     switch (token[1]) {

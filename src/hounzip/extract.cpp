@@ -8,12 +8,13 @@
 // the way resolved) must be the path meant; anything else is refused. Nothing opens an existing name for writing.
 #include "hounzip.h"
 
+#include "format/unpacker_temp.h"
+
 // Seconds between 1601-01-01 (FILETIME) and 1970-01-01 (Unix time).
 #define EPOCH_DIFFERENCE 11644473600LL
 
-// Temporary names are "hzu" + 8 random hex digits + ".tmp"; this many names are tried before giving up.
+// This many random temporary names are tried before giving up.
 #define TEMP_ATTEMPTS 16
-#define TEMP_NAME_SIZE 16  // with the terminating zero
 
 // A final path comes with "\\?\" or "\\?\UNC\" before it: room for those and a path of MAX_PATH.
 #define FINAL_PATH_SIZE (MAX_PATH + 8)
@@ -117,25 +118,22 @@ static int MarkForDeletion(HANDLE file, BOOL deleteIt)
 // Creates the temporary file in folder (as FindFolder gave it) under a name that did not exist, and returns its
 // only handle, marked for deletion (path gets the name). CREATE_NEW fails on any existing name, so a file or link
 // that someone planted there is never opened, and FILE_FLAG_OPEN_REPARSE_POINT keeps Windows from resolving a
-// link at that name; a name that exists is followed by another, a bounded number of times. The new file must be
-// where it was meant to be, or it is deleted again and the run refused: a folder that became a junction since
-// FindFolder looked leads elsewhere. While this handle is open Windows renames no folder above the file, so the
-// path stays what was checked. The check comes before the mark because Windows 7 reports no final path for a
-// file marked for deletion.
-static HANDLE CreateTemporary(const char *folder, char *path, size_t capacity)
+// link at that name; a random name that exists is followed by another, a bounded number of times. A name the
+// caller gave (tempPart not NULL) is the only one tried: the installer has recorded it, and a file under any other
+// name would be one it does not know of. The new file must be where it was meant to be, or it is deleted again
+// and the run refused: a folder that became a junction since FindFolder looked leads elsewhere. While this handle
+// is open Windows renames no folder above the file, so the path stays what was checked. The check comes before the
+// mark because Windows 7 reports no final path for a file marked for deletion.
+static HANDLE CreateTemporary(const char *folder, const uint32_t *tempPart, char *path, size_t capacity)
 {
-    static const char hex[] = "0123456789abcdef";
     size_t folderLength = (size_t)lstrlenA(folder);
-    if (folderLength + TEMP_NAME_SIZE > capacity)
+    if (folderLength >= capacity)
         return INVALID_HANDLE_VALUE;
     lstrcpynA(path, folder, (int)capacity);
-    for (int attempt = 0; attempt < TEMP_ATTEMPTS; attempt++) {
-        unsigned int random = HZ_RandomPart(attempt);
-        char *name = path + folderLength;
-        lstrcpynA(name, "hzu", 4);
-        for (int i = 0; i < 8; i++)
-            name[3 + i] = hex[(random >> (28 - 4 * i)) & 15];
-        lstrcpynA(name + 11, ".tmp", 5);
+    for (int attempt = 0; attempt < (tempPart ? 1 : TEMP_ATTEMPTS); attempt++) {
+        uint32_t part = tempPart ? *tempPart : HZ_RandomPart(attempt);
+        if (!FormatUnpackerTempName(part, path + folderLength, capacity - folderLength))
+            return INVALID_HANDLE_VALUE;
         HANDLE file = CreateFileA(path, GENERIC_WRITE | DELETE, 0, NULL, CREATE_NEW,
                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN | FILE_FLAG_OPEN_REPARSE_POINT,
                                   NULL);
@@ -245,14 +243,14 @@ static int MoveIntoPlace(HANDLE file, const char *target, int replace)
     return result;
 }
 
-// Unpacks entry from archive into folder under entry->name, replacing an existing file only when replace is set.
-// Returns an exit code.
-int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, int replace)
+// Unpacks entry from archive into folder under entry->name, replacing an existing file only when replace is set,
+// through the temporary name of tempPart (NULL: random names). Returns an exit code.
+int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, int replace, const uint32_t *tempPart)
 {
     char where[MAX_PATH], target[MAX_PATH], temporary[MAX_PATH];
     if (!FindFolder(folder, where, sizeof(where)) || !HZ_TargetPath(where, entry->name, target, sizeof(target)))
         return HZ_ERR_WRITE;
-    HANDLE out = CreateTemporary(where, temporary, sizeof(temporary));
+    HANDLE out = CreateTemporary(where, tempPart, temporary, sizeof(temporary));
     if (out == INVALID_HANDLE_VALUE)
         return HZ_ERR_WRITE;
     int result = HZ_Decode(archive, entry, out);

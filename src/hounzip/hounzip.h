@@ -39,6 +39,8 @@ typedef struct HzCommand {
     char folder[MAX_PATH];   // target folder, always ending in a backslash
     int quiet;               // -q: never show anything
     int noAsk;               // -n: replace an existing target without asking
+    int givenTemp;           // -t: the temporary file's random part is tempPart, and no other name is tried
+    uint32_t tempPart;
 } HzCommand;
 
 // The one file entry of an archive, checked against the central directory and the local header.
@@ -72,7 +74,7 @@ int HZ_Decode(HANDLE archive, const HzEntry *entry, HANDLE target);
 
 // extract.cpp
 int HZ_TargetPath(const char *folder, const char *name, char *out, size_t capacity);
-int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, int replace);
+int HZ_Extract(HANDLE archive, const HzEntry *entry, const char *folder, int replace, const uint32_t *tempPart);
 
 // random.cpp (a test build links a fixed one instead)
 unsigned int HZ_RandomPart(int attempt);

@@ -117,7 +117,7 @@ static int Run(const HzCommand *command)
     if (result == HZ_OK && !MayWrite(command, target, &replace))
         result = HZ_ERR_KEPT;
     if (result == HZ_OK)
-        result = HZ_Extract(archive, &entry, command->folder, replace);
+        result = HZ_Extract(archive, &entry, command->folder, replace, command->givenTemp ? &command->tempPart : NULL);
     CloseHandle(archive);
     return result;
 }

@@ -159,8 +159,11 @@ def cases(big):
     add("options_anywhere", plain, OK, "plain.txt", args='-Q "{archive}"\t/N "{folder}"')
     add("dot_suffix", plain, OK, "plain.txt", args='"{archive}." "{folder}"  -n -q', name="_000010_")
     add("spaced paths", plain, OK, "plain.txt", name="my member.zip")
+    bad_t = ["-t", "-t0a1b2c3", "-t0a1b2c3d4", "/t0a1b2c3g", "-t0x1b2c3d", "-t+a1b2c3d", "-t 0a1b2c3d",
+             "-t0a1b2c3d -T0a1b2c3d"]  # the temporary name's eight hex digits, malformed or given twice
     for label, args in [("missing_folder", '"{archive}" -q'), ("unknown_option", '"{archive}" "{folder}" -x -q'),
-                        ("three_paths", '"{archive}" "{folder}" "{folder}" -q'), ("empty_folder", '"{archive}" "" -q')]:
+                        ("three_paths", '"{archive}" "{folder}" "{folder}" -q'), ("empty_folder", '"{archive}" "" -q')
+                        ] + [(f"temporary{i}", '"{archive}" "{folder}" -n -q ' + t) for i, t in enumerate(bad_t)]:
         add(label, plain, COMMAND_LINE, args=args)
     add("archive_missing", plain, OPEN, args='"{folder}nothing.zip" "{folder}"  -n -q')
     add("archive_is_folder", plain, OPEN, args='"{folder}" "{folder}"  -n -q')
@@ -173,9 +176,14 @@ def cases(big):
     add("folder_is_link", plain, WRITE, pre={"target": "real", "real/kept.txt": OLD})
     add("folder_above_is_link", plain, WRITE, args='"{archive}" "{base}\\up\\target\\"  -n -q',
         pre={"up": "real", "real/target/kept.txt": OLD})
-    # hounzip_fixedname.exe tries only hzu00000000.tmp: a file or link planted there is neither opened nor replaced.
+    # hounzip_fixedname.exe tries only hzu00000000.tmp, and -t only the name it gives: a file, link or folder
+    # planted there is neither opened nor replaced, and no other name is tried.
     for label, planted in [("planted_temporary_file", OLD), ("planted_temporary_link", "../outside")]:
         add(label, plain, WRITE, pre={"target/hzu00000000.tmp": planted, "outside": OLD}, exe="hounzip_fixedname.exe")
+    given = '"{archive}" /T0a1B2c3D "{folder}"  -n -q'
+    add("given_temporary_part", plain, OK, "plain.txt", args=given, pre={"target/hzu0a1b2c3e.tmp": OLD})
+    for label, planted in [("given_file", OLD), ("given_link", "../outside"), ("given_folder", None)]:
+        add(label, plain, WRITE, args=given, pre={"target/hzu0a1b2c3d.tmp": planted, "outside": OLD})
     add("planted_temporary_names", plain, OK, "plain.txt", pre={
         "outside": OLD, "target/hzu.tmp": "../outside", "target/plain.txt.tmp": "../made_through_link",
         "target/hzu0000.tmp": "../made_through_link", "target/hzu1.tmp": OLD, "target/~plain.txt": OLD})

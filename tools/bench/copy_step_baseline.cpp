@@ -103,7 +103,7 @@ bool unpackInProcess(const Member& member)
     HzEntry entry;
     int result = HZ_ReadArchive(archive, &entry);
     if (result == HZ_OK)
-        result = HZ_Extract(archive, &entry, member.folder, 1);
+        result = HZ_Extract(archive, &entry, member.folder, 1, NULL);
     CloseHandle(archive);
     if (result != HZ_OK)
         std::fprintf(stderr, "%s: unpacking failed with %d\n", member.archive, result);
