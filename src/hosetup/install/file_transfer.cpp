@@ -4,6 +4,7 @@
 #include "install/install.h"
 #include "format/member_archive.h"
 #include "format/program_files.h"
+#include "format/unpacker_temp.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
@@ -310,9 +311,20 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
     FolderOfPath(targetFile, folder, sizeof folder);
     char unpacker[kPathCapacity];
     HOI_CopyA(unpacker, sizeof unpacker, g_setup.programFolder, kUnpackerName);
+    // The unpacker's temporary file is named here and journaled before the unpacker starts: a run
+    // cut short while it writes leaves that file where the removal looks.
+    const std::uint32_t tempValue = unpackerTempValue();
+    char tempName[kUnpackerTempNameLength + 1];
+    char tempPath[kPathCapacity];
+    char tempOption[sizeof kUnpackerTempOption + kUnpackerTempDigits] = {};
+    HOI_CopyA(tempOption, sizeof tempOption, kUnpackerTempOption);
+    FormatUnpackerTempDigits(tempValue, tempOption + sizeof kUnpackerTempOption - 1);
+    if (!FormatUnpackerTempName(tempValue, tempName, sizeof tempName) ||
+        !composePath(tempPath, sizeof tempPath, folder, tempName) || !JournalFile(tempPath))
+        return false;
     char commandLine[4 * kPathCapacity];
-    HOI_PrintA(commandLine, sizeof commandLine, "\"%s\" \"%s\" \"%s\" %s -n -q", unpacker, archiveName, folder,
-               options);
+    HOI_PrintA(commandLine, sizeof commandLine, "\"%s\" \"%s\" \"%s\" %s %s -n -q", unpacker, archiveName, folder,
+               options, tempOption);
 
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;

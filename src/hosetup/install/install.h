@@ -46,6 +46,10 @@ int askAfterFailedWrite(const char* path, int attempt);
 bool startUnpacker(char* commandLine, STARTUPINFOA* startup, PROCESS_INFORMATION* process);
 // Closes the held unpacker; the end of the run.
 void releaseUnpacker();
+// The random part of the unpacker's temporary file name, which the installation chooses so that it
+// can journal the name before the unpacker makes the file; a name nobody can foresee, because a
+// file planted under it makes the unpacker refuse.
+std::uint32_t unpackerTempValue();
 
 // install/process_wait.cpp
 // Waits for a process to end while dispatching window messages; false when the wait failed.

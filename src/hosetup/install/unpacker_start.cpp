@@ -3,6 +3,9 @@
 // once per run, at its first start, and held open without write or delete sharing until the
 // run ends: every later start runs the very file checked, and a check per start (a second or
 // more for thousands of packed members) is saved.
+#define _CRT_RAND_S  // declares rand_s, the system's cryptographic generator
+#include <cstdlib>
+
 #include "install/install.h"
 #include "core/core.h"
 #include "format/program_files.h"
@@ -62,4 +65,12 @@ void releaseUnpacker()
         CloseHandle(g_setup.unpackerJob);
     g_setup.unpackerJob = nullptr;
     HOI_InitA(g_setup.unpackerPath);
+}
+
+std::uint32_t unpackerTempValue()
+{
+    unsigned int value = 0;
+    if (rand_s(&value) != 0)
+        value = GetTickCount() ^ (GetCurrentProcessId() << 16);
+    return value;
 }
