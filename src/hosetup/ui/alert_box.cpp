@@ -208,7 +208,7 @@ int ShowFileAlert(HWND owner, const char* path, int kind)
     case kFileAlertCannotRead:
         return showFormattedAlert(owner, texts[kAlertTextCannotRead], path, texts[kAlertTextSupportNote],
                                   kButtonCancel, 0, 0, 1);
-    case kFileAlertCannotWrite:
+    case kFileAlertCannotWriteRetry:
         return showFormattedAlert(owner, texts[kAlertTextCannotWriteRetry], path, nullptr, kButtonRetryFile,
                                   kButtonCancel, 0, 2);
     case kFileAlertFolderNotCreated:

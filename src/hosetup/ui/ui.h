@@ -62,11 +62,11 @@ constexpr std::size_t kFileAlertCapacity = 2048;
 // offers its own buttons. A plain enumeration, so that a kind still given as its number works.
 enum FileAlertKind : int {
     kFileAlertCannotOpen = 0,        // the file cannot be opened; Cancel
-    kFileAlertCannotOpenGoOn = 1,    // the same text with the lone button of kButtonRetry
-    kFileAlertInUse = 2,             // the file is in use; kButtonRetry / Cancel
+    kFileAlertCannotOpenGoOn = 1,    // the same text, one kButtonRetry button (captioned Continue)
+    kFileAlertInUse = 2,             // the file is in use; Continue (kButtonRetry) / Cancel
     kFileAlertDamagedDataFile = 3,   // the setup data file is damaged; Cancel
     kFileAlertCannotRead = 4,        // the file cannot be read, the support note appended; Cancel
-    kFileAlertCannotWrite = 5,       // the file cannot be written; Retry / Cancel, Cancel default
+    kFileAlertCannotWriteRetry = 5,  // the file cannot be written; Retry / Cancel, Cancel default
     kFileAlertFolderNotCreated = 6,  // Cancel
     kFileAlertCannotDelete = 7,      // Cancel
     kFileAlertIncompleteDeleted = 8, // deletes the incomplete file first; Cancel
@@ -74,7 +74,7 @@ enum FileAlertKind : int {
     kFileAlertUnused10 = 10,         // shows nothing, as an unknown kind does
     kFileAlertUnpackerNotStarted = 11,   // Cancel
     kFileAlertLogUnreadable = 12,    // the removal cannot read the setup log; Cancel
-    kFileAlertLogNotCreated = 13,    // go on without a log? kButtonRetry / Cancel, Cancel default
+    kFileAlertLogNotCreated = 13,    // go on without a log? Continue / Cancel, Cancel default
     kFileAlertBackupFailed = 14,     // Retry / Skip / Cancel
 };
 
