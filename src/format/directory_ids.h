@@ -24,8 +24,8 @@ constexpr std::int32_t kFirstForeignDirectoryId = 900;
 // The folders of a run that a place starts from.
 enum class FolderBase : std::uint8_t { Install, CommonData, UserData, Library, Drawing, Setting, Backup };
 
-// A place of file records: its base folder, an eRelativePaths entry below it (0 for none), the
-// free-space category and the two marks the copy step reads.
+// A place of file records: its base folder, an eRelativePaths entry below it (kRelativeNone for
+// none), the free-space category and the two marks the copy step reads.
 struct FilePlace {
     std::uint32_t id;
     FolderBase base;

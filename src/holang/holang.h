@@ -6,12 +6,14 @@
 
 #include <windows.h>
 
+#include "text_ids.h"
+
 // ---- constants ------------------------------------------------------------------------------
 
 // The interface version the setup program hands to HOI_LanguageInit.
 constexpr unsigned long kLanguageInterfaceVersion = 6222;
 
-// ---- data: text tables, each indexed from 0 -------------------------------------------------
+// ---- data: text tables, each indexed from 0 by the names of text_ids.h ---------------------
 
 #ifdef HOLANG_BUILDING
 // The module's own build defines and exports the tables.
@@ -28,8 +30,8 @@ HOLANG_DATA const char* const eMonthNames[];
 HOLANG_DATA const char eApplicationName[];
 #else
 // The setup program's view: the same names, pointers to the module's tables, null until
-// bindLanguageTables (core/language_tables.cpp) has bound them, so that eMessageText[5] reads
-// as it would from the array.
+// bindLanguageTables (core/language_tables.cpp) has bound them, so that
+// eMessageText[kMsgInvalidFolderPath] reads as it would from the array.
 extern const char* const* eMessageText;
 extern const char* const* eUniTexts;
 extern const char* const* eAlertErrorText;

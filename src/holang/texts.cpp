@@ -1,7 +1,7 @@
 // The English texts of the language module: every text the setup program shows, by table and
-// index. The program addresses the entries by number, so an entry never moves; indices that the
-// program does not use hold the empty text, never a null pointer, and every table ends with one
-// extra empty entry as a guard.
+// index. The program addresses the entries by the names of text_ids.h, each of which stands for
+// one fixed index, so an entry never moves; indices that the program does not use hold the empty
+// text, never a null pointer, and every table ends with one extra empty entry as a guard.
 //
 // Formats: an entry that the program formats must take exactly the arguments that its caller
 // passes, in the same order and of the same type (a "%s" for a text, a "%d" or "%lu" for a
@@ -336,14 +336,14 @@ const char* const eMonthNames[] = {
 // Title of the main window and caption of the wizard pages and the progress window.
 const char eApplicationName[] = "Vistrel Setup";
 
-// The program addresses entries by number: a table that lost or gained an entry would move
-// every later text to the wrong place.
-static_assert(sizeof eMessageText / sizeof eMessageText[0] == kMessageTextEntries, "eMessageText");
-static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == kUniTextEntries, "eUniTexts");
-static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == kAlertErrorTextEntries, "eAlertErrorText");
-static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == kRelativePathEntries, "eRelativePaths");
-static_assert(sizeof eButtonText / sizeof eButtonText[0] == kButtonTextEntries, "eButtonText");
-static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == kCaptionTextEntries, "eCaptionTexts");
-static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == kDefaultNameEntries, "eDefaultNames");
-static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == kProfileTitleEntries, "eProfileTitle");
-static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == kMonthNameEntries, "eMonthNames");
+// Each name of text_ids.h stands for a fixed index: a table that lost or gained an entry would
+// move every later text to the wrong place.
+static_assert(sizeof eMessageText / sizeof eMessageText[0] == kMsgCount, "eMessageText");
+static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == kUniCount, "eUniTexts");
+static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == kAlertTextCount, "eAlertErrorText");
+static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == kRelativeCount, "eRelativePaths");
+static_assert(sizeof eButtonText / sizeof eButtonText[0] == kButtonTextCount, "eButtonText");
+static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == kCaptionCount, "eCaptionTexts");
+static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == kDefaultNameCount, "eDefaultNames");
+static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == kProfileCount, "eProfileTitle");
+static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == kMonthCount, "eMonthNames");

@@ -330,12 +330,12 @@ const char* const eMonthNames[] = {
 // ---- eApplicationName -----------------------------------------------------------------------
 const char eApplicationName[] = "Vistrel-Setup";
 
-static_assert(sizeof eMessageText / sizeof eMessageText[0] == kMessageTextEntries, "eMessageText");
-static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == kUniTextEntries, "eUniTexts");
-static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == kAlertErrorTextEntries, "eAlertErrorText");
-static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == kRelativePathEntries, "eRelativePaths");
-static_assert(sizeof eButtonText / sizeof eButtonText[0] == kButtonTextEntries, "eButtonText");
-static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == kCaptionTextEntries, "eCaptionTexts");
-static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == kDefaultNameEntries, "eDefaultNames");
-static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == kProfileTitleEntries, "eProfileTitle");
-static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == kMonthNameEntries, "eMonthNames");
+static_assert(sizeof eMessageText / sizeof eMessageText[0] == kMsgCount, "eMessageText");
+static_assert(sizeof eUniTexts / sizeof eUniTexts[0] == kUniCount, "eUniTexts");
+static_assert(sizeof eAlertErrorText / sizeof eAlertErrorText[0] == kAlertTextCount, "eAlertErrorText");
+static_assert(sizeof eRelativePaths / sizeof eRelativePaths[0] == kRelativeCount, "eRelativePaths");
+static_assert(sizeof eButtonText / sizeof eButtonText[0] == kButtonTextCount, "eButtonText");
+static_assert(sizeof eCaptionTexts / sizeof eCaptionTexts[0] == kCaptionCount, "eCaptionTexts");
+static_assert(sizeof eDefaultNames / sizeof eDefaultNames[0] == kDefaultNameCount, "eDefaultNames");
+static_assert(sizeof eProfileTitle / sizeof eProfileTitle[0] == kProfileCount, "eProfileTitle");
+static_assert(sizeof eMonthNames / sizeof eMonthNames[0] == kMonthCount, "eMonthNames");

@@ -21,11 +21,11 @@ constexpr LanguageModule kModules[] = {{"holang.dll", LANG_ENGLISH, "English"},
 
 struct TableExtent { std::string name; int entries; };  // entries: the closing empty guard included
 const TableExtent kTables[] = {
-    {"eMessageText", kMessageTextEntries},       {"eUniTexts", kUniTextEntries},
-    {"eAlertErrorText", kAlertErrorTextEntries}, {"eRelativePaths", kRelativePathEntries},
-    {"eButtonText", kButtonTextEntries},         {"eCaptionTexts", kCaptionTextEntries},
-    {"eDefaultNames", kDefaultNameEntries},      {"eProfileTitle", kProfileTitleEntries},
-    {"eMonthNames", kMonthNameEntries}};
+    {"eMessageText", kMsgCount},             {"eUniTexts", kUniCount},
+    {"eAlertErrorText", kAlertTextCount},    {"eRelativePaths", kRelativeCount},
+    {"eButtonText", kButtonTextCount},       {"eCaptionTexts", kCaptionCount},
+    {"eDefaultNames", kDefaultNameCount},    {"eProfileTitle", kProfileCount},
+    {"eMonthNames", kMonthCount}};
 
 constexpr size_t kMessageCapacity = 760, kProductLineCapacity = 256;       // the callers' buffers
 constexpr size_t kPath = 259, kProductLabel = 127, kDateText = 255;        // longest arguments

@@ -39,5 +39,5 @@ void reportError(const char* moduleWord, std::uint32_t line, const char* text)
 {
     char message[kErrorReportCapacity];
     formatErrorReport(moduleWord, line, text, message, sizeof message);
-    MessageBoxA(g_setup.mainWindow, message, eCaptionTexts ? eCaptionTexts[0] : kUnboundCaption, MB_OK);
+    MessageBoxA(g_setup.mainWindow, message, eCaptionTexts ? eCaptionTexts[kCaptionSetup] : kUnboundCaption, MB_OK);
 }

@@ -29,9 +29,25 @@ constexpr std::uint32_t kExitProductRunning = 3; // set by the welcome/start pag
 
 // ---- types ----------------------------------------------------------------------------------
 
+// The help viewer module (help/): where it is looked for, and the handle once loaded. The module
+// is never unloaded: the viewer's window may outlive the run.
+struct HelpViewer {
+    const char* classKey;    // below HKEY_LOCAL_MACHINE
+    const char* moduleName;  // the fallback, loaded from the system folder
+    HMODULE module;
+};
+
+// One entry of the help viewer, bound on its first call. A failed binding is remembered for the
+// rest of the run and never retried.
+struct HelpEntry {
+    WORD ordinal;
+    FARPROC function;
+    bool failed;
+};
+
 // The fields come in three groups, each cleared as one block at entry (see clearSetupState):
-// group 1 runs from instance to aboutFont, group 2 from programFolder to fileRecords, group 3
-// from previousCompileDate to cancelConfirmed.
+// group 1 runs from instance to skinBannerBrush, group 2 from programFolder to fileRecords, group
+// 3 from previousCompileDate to cancelConfirmed.
 struct SetupState {
     // Group 1: handles.
     HINSTANCE instance;
@@ -48,6 +64,18 @@ struct SetupState {
     HCURSOR arrowCursor;
     HCURSOR waitCursor;
     HFONT aboutFont;
+    // The help viewer and the entry the help button calls (help/help_viewer.cpp): zero until the
+    // first call binds them.
+    HelpViewer helpViewer;
+    HelpEntry helpEntry;
+    // The skin's fonts and brushes (ui/skin.cpp): made on first use, freed by releaseSkin. The
+    // fonts are made anew when the scale changes.
+    double skinFontScale;
+    HFONT skinBodyFont;
+    HFONT skinTitleFont;
+    HBRUSH skinBodyBrush;
+    HBRUSH skinFooterBrush;
+    HBRUSH skinBannerBrush;
 
     // Group 2: program and run.
     char programFolder[kPathCapacity];
@@ -55,6 +83,8 @@ struct SetupState {
     unsigned char languageInfo[kLanguageInfoSize]; // filled by the language module only
     std::uint32_t* fileFlags;  // fileCount + 1 slots
     std::uint32_t exitCode;
+    // Set when the run has ended and posted its own closing request (shell/main_window.cpp).
+    unsigned char runEnded;
     int screenWidth;
     int screenHeight;
     int colourDepth;

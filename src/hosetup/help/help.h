@@ -5,6 +5,8 @@
 #include <windows.h>
 #include <cstddef>
 
+#include "core/setup_state.h"   // HelpViewer, HelpEntry
+
 // ---- constants ------------------------------------------------------------------------------
 
 // Where the HTML Help control registers its module, below HKEY_LOCAL_MACHINE; the key's default
@@ -15,36 +17,16 @@ constexpr char kHelpViewerClassKey[] =
     "Software\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
 // Loaded from the system folder when the registry does not lead to a loadable module.
 constexpr char kHelpViewerModuleName[] = "hhctrl.ocx";
-// The control exports its two entries by ordinal.
+// The control exports its entries by ordinal; the program calls the narrow one.
 constexpr WORD kHtmlHelpAOrdinal = 14;
-constexpr WORD kHtmlHelpWOrdinal = 15;
 constexpr std::size_t kHelpPathCapacity = 260;
 constexpr UINT kHelpDisplayTopic = 0;          // HH_DISPLAY_TOPIC: the file's default topic
-
-// ---- types ----------------------------------------------------------------------------------
-
-// The viewer module, shared by both entries: where it is looked for, and the handle once loaded.
-// The module is never unloaded.
-struct HelpViewer {
-    const char* classKey;    // below HKEY_LOCAL_MACHINE
-    const char* moduleName;  // the fallback, loaded from the system folder
-    HMODULE module;
-};
-
-// One entry of the viewer, bound on its first call. A failed binding is remembered for the rest
-// of the run and never retried.
-struct HelpEntry {
-    WORD ordinal;
-    FARPROC function;
-    bool failed;
-};
 
 // ---- functions ------------------------------------------------------------------------------
 
 // help/help_viewer.cpp
 void ShowSetupHelp();
 HWND HtmlHelpA(HWND owner, const char* file, UINT command, DWORD_PTR data);
-HWND HtmlHelpW(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data);
 
 // help/viewer_binding.cpp
 // The module path from the default value of classKey: REG_EXPAND_SZ is expanded, other types

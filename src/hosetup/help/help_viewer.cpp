@@ -8,24 +8,18 @@
 namespace {
 
 using HtmlHelpAFunction = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
-using HtmlHelpWFunction = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
-
-// One viewer for the run; the narrow and the wide entry fail or succeed each on its own.
-HelpViewer g_viewer = {kHelpViewerClassKey, kHelpViewerModuleName, nullptr};
-HelpEntry g_htmlHelpA = {kHtmlHelpAOrdinal, nullptr, false};
-HelpEntry g_htmlHelpW = {kHtmlHelpWOrdinal, nullptr, false};
 
 } // namespace
 
+// The run's viewer and entry live in the setup state, zero until this first call; where the
+// viewer is looked for and which entry is bound are this program's constants.
 HWND HtmlHelpA(HWND owner, const char* file, UINT command, DWORD_PTR data)
 {
-    const auto function = reinterpret_cast<HtmlHelpAFunction>(bindHelpEntry(&g_viewer, &g_htmlHelpA));
-    return function ? function(owner, file, command, data) : nullptr;
-}
-
-HWND HtmlHelpW(HWND owner, const wchar_t* file, UINT command, DWORD_PTR data)
-{
-    const auto function = reinterpret_cast<HtmlHelpWFunction>(bindHelpEntry(&g_viewer, &g_htmlHelpW));
+    g_setup.helpViewer.classKey = kHelpViewerClassKey;
+    g_setup.helpViewer.moduleName = kHelpViewerModuleName;
+    g_setup.helpEntry.ordinal = kHtmlHelpAOrdinal;
+    const auto function =
+        reinterpret_cast<HtmlHelpAFunction>(bindHelpEntry(&g_setup.helpViewer, &g_setup.helpEntry));
     return function ? function(owner, file, command, data) : nullptr;
 }
 

@@ -19,7 +19,6 @@
 namespace {
 
 constexpr char kIconModule[] = "hovistrellib.dll";
-constexpr int kShowNormal = 5;
 constexpr int kComAttempts = 10;
 constexpr DWORD kComRetryDelayMs = 1000;
 
@@ -72,56 +71,60 @@ bool reportShortcutFailure(int code)
 {
     if (!g_setup.optionSilent) {
         char message[2 * kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eMessageText[8], code);
-        HOI_JoinA(message, sizeof message, eAlertErrorText[17]);
+        HOI_PrintA(message, sizeof message, eMessageText[kMsgShortcutsFailed], code);
+        HOI_JoinA(message, sizeof message, eAlertErrorText[kAlertTextSupportNote]);
         AlertError(g_setup.mainWindow, message);
     }
     return true;
 }
 
-// The path of a shell folder's item list, with its closing backslash; false when it cannot be had.
-bool pathOf(LPITEMIDLIST items, char* path)
+// The path of a shell folder's item list, with its closing backslash; false when it cannot be
+// had or does not fit. The shell writes up to MAX_PATH characters, so it writes into its own.
+bool pathOf(LPITEMIDLIST items, char* path, std::size_t capacity)
 {
-    if (!SHGetPathFromIDListA(items, path))
+    char found[MAX_PATH];
+    if (!SHGetPathFromIDListA(items, found))
         return false;
-    HOI_PathA(path, kPathCapacity);
-    return true;
+    HOI_PathA(found, sizeof found);
+    return composePath(path, capacity, found, nullptr);
 }
 
 // The link folder of this run, with its backslash: the user's own (taken only where the user
 // could write anyway) for a per-user installation, else the all-users one, looked up as an item
 // list. 0, or the failure code.
-int linkFolderPath(int userCsidl, int commonCsidl, char* path, int lookupFailure, int pathFailure)
+int linkFolderPath(int userCsidl, int commonCsidl, char* path, std::size_t capacity, int lookupFailure,
+                   int pathFailure)
 {
-    if (g_setup.perUser > 0)
-        return UserShellFolder(userCsidl, path) ? 0 : pathFailure;
+    if (g_setup.perUser > 0) {
+        char found[kPathCapacity];
+        return UserShellFolder(userCsidl, found) && composePath(path, capacity, found, nullptr) ? 0 : pathFailure;
+    }
     LPITEMIDLIST items = nullptr;
     if (SHGetSpecialFolderLocation(nullptr, commonCsidl, &items) != S_OK || !items)
         return lookupFailure;
-    const bool ok = pathOf(items, path);
+    const bool ok = pathOf(items, path, capacity);
     CoTaskMemFree(items);
     return ok ? 0 : pathFailure;
 }
 
 // The Start-menu group of a product: the programs folder + the group's name + a backslash.
 // False when it does not fit: a cut name would name another folder.
-bool groupFolderOf(const char* programs, const char* group, char* folder)
+bool groupFolderOf(const char* programs, const char* group, char* folder, std::size_t capacity)
 {
     char joined[kPathCapacity];
-    return composePath(joined, sizeof joined, programs, group) &&
-           composePath(folder, kPathCapacity, joined, "\\");
+    return composePath(joined, sizeof joined, programs, group) && composePath(folder, capacity, joined, "\\");
 }
 
 // folder + name + ".lnk"; false when it does not fit.
-bool linkFileOf(const char* folder, const char* name, char* linkFile)
+bool linkFileOf(const char* folder, const char* name, char* linkFile, std::size_t capacity)
 {
     char joined[kPathCapacity];
-    return composePath(joined, sizeof joined, folder, name) && composePath(linkFile, kPathCapacity, joined, ".lnk");
+    return composePath(joined, sizeof joined, folder, name) && composePath(linkFile, capacity, joined, ".lnk");
 }
 
 // The desktop link of a group: separators of a nested group become blanks. False when it does
 // not fit.
-bool desktopLinkOf(const char* desktop, const char* group, char* linkFile)
+bool desktopLinkOf(const char* desktop, const char* group, char* linkFile, std::size_t capacity)
 {
     char name[kPathCapacity];
     if (!composePath(name, sizeof name, group, nullptr))
@@ -130,7 +133,7 @@ bool desktopLinkOf(const char* desktop, const char* group, char* linkFile)
         if (*p == '\\' || *p == '/')
             *p = ' ';
     }
-    return linkFileOf(desktop, name, linkFile);
+    return linkFileOf(desktop, name, linkFile, capacity);
 }
 
 bool initialiseCom()
@@ -173,9 +176,9 @@ int makeGroupLinks(const Links& links, const char* groupFolder)
         char workingFolder[kPathCapacity];
         char linkFile[kPathCapacity];
         FolderOfPath(target, workingFolder, sizeof workingFolder);
-        if (!linkFileOf(groupFolder, record.name, linkFile) ||
+        if (!linkFileOf(groupFolder, record.name, linkFile, sizeof linkFile) ||
             !MakeShellLink(links.link, links.persist, target, icon, 0, linkFile, workingFolder, record.arguments,
-                           kShowNormal, record.name))
+                           SW_SHOW, record.name))
             return kGroupLink;
         const int progress = 70 + (20 * i) / g_setup.shortcutCount;
         if (!SetProgress(progress < 90 ? progress : 90, 100))
@@ -191,7 +194,7 @@ void removeGroupLinks(const char* groupFolder)
 {
     char linkFile[kPathCapacity];
     for (int i = 0; i < g_setup.shortcutCount && g_setup.shortcutRecords; ++i) {
-        if (linkFileOf(groupFolder, g_setup.shortcutRecords[i].name, linkFile))
+        if (linkFileOf(groupFolder, g_setup.shortcutRecords[i].name, linkFile, sizeof linkFile))
             DeleteFileAt(linkFile);
     }
     RemoveFolder(groupFolder);
@@ -234,16 +237,17 @@ bool CreateShortcuts()
 
     char desktop[kPathCapacity];
     char programs[kPathCapacity];
-    int failure = linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, desktop, kDesktopLookup,
-                                 kDesktopPath);
+    int failure = linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, desktop, sizeof desktop,
+                                 kDesktopLookup, kDesktopPath);
     if (!failure)
-        failure = linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, programs, kProgramsLookup, kProgramsPath);
+        failure = linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, programs, sizeof programs, kProgramsLookup,
+                                 kProgramsPath);
     if (failure)
         return reportShortcutFailure(failure);
 
     const char* group = g_setup.headerBuffer->productName;
     char groupFolder[kPathCapacity];
-    if (!groupFolderOf(programs, group, groupFolder) || !CreateFolder(groupFolder))
+    if (!groupFolderOf(programs, group, groupFolder, sizeof groupFolder) || !CreateFolder(groupFolder))
         return reportShortcutFailure(kGroupFolder);
     if (!paceProgress(50, 69, 1, 100))
         return false;
@@ -267,8 +271,8 @@ bool CreateShortcuts()
         char linkFile[kPathCapacity];
         char icon[kPathCapacity];
         HOI_CopyA(icon, sizeof icon, g_setup.installFolder, kIconModule);
-        if (!desktopLinkOf(desktop, group, linkFile) ||
-            !MakeShellLink(links.link, links.persist, groupFolder, icon, 0, linkFile, "", "", kShowNormal, group))
+        if (!desktopLinkOf(desktop, group, linkFile, sizeof linkFile) ||
+            !MakeShellLink(links.link, links.persist, groupFolder, icon, 0, linkFile, "", "", SW_SHOW, group))
             return reportShortcutFailure(kDesktopLink);
     }
     SetCursor(g_setup.arrowCursor);
@@ -290,12 +294,12 @@ bool RemoveShortcuts()
     char folder[kPathCapacity];
     char path[kPathCapacity];
 
-    if (linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, folder, kDesktopLookup,
+    if (linkFolderPath(CSIDL_DESKTOPDIRECTORY, CSIDL_COMMON_DESKTOPDIRECTORY, folder, sizeof folder, kDesktopLookup,
                        kDesktopPath) == 0) {
-        if (desktopLinkOf(folder, productName, path))
+        if (desktopLinkOf(folder, productName, path, sizeof path))
             DeleteFileAt(path);
         for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-            if (desktopLinkOf(folder, *name, path))
+            if (desktopLinkOf(folder, *name, path, sizeof path))
                 DeleteFileAt(path);
         }
     }
@@ -303,12 +307,13 @@ bool RemoveShortcuts()
     if (!SetProgress(10, 100))
         return false;
 
-    if (linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, folder, kProgramsLookup, kProgramsPath) != 0)
+    if (linkFolderPath(CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS, folder, sizeof folder, kProgramsLookup,
+                       kProgramsPath) != 0)
         return true;
-    if (productName[0] && groupFolderOf(folder, productName, path))
+    if (productName[0] && groupFolderOf(folder, productName, path, sizeof path))
         perUser ? removeGroupLinks(path) : DeleteFolderTree(path);
     for (const char* const* name = kEarlierLinkNames; (*name)[0] != kEndMark; ++name) {
-        if (groupFolderOf(folder, *name, path))
+        if (groupFolderOf(folder, *name, path, sizeof path))
             perUser ? removeGroupLinks(path) : DeleteFolderTree(path);
     }
     return true;

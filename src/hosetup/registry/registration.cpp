@@ -82,7 +82,7 @@ bool writeUninstallEntry(std::uint32_t reportNumber)
 {
     char path[kPathCapacity];
     HOI_PrintA(path, sizeof path, "%s\\", kUninstallKey);
-    HOI_JoinA(path, sizeof path, eProfileTitle[2]);
+    HOI_JoinA(path, sizeof path, eProfileTitle[kProfileUninstallKey]);
     HKEY key = createKey(HKEY_LOCAL_MACHINE, path, reportNumber);
     if (!key)
         return false;
@@ -165,8 +165,8 @@ bool writeFileTypes()
             return false;
         const char* argument = row.argument == 1 ? iconModule
                              : row.argument == 2 ? mainProgram
-                             : row.argument == 3 ? eProfileTitle[4]
-                             : row.argument == 4 ? eProfileTitle[9] : "";
+                             : row.argument == 3 ? eProfileTitle[kProfileDrawingType]
+                             : row.argument == 4 ? eProfileTitle[kProfileLibraryType] : "";
         char value[kMessageCapacity];
         if (row.format)
             HOI_PrintA(value, sizeof value, row.format, argument);

@@ -5,12 +5,6 @@
 #include "strings/hoi_strings.h"
 #include "holang.h"
 
-namespace {
-
-constexpr int kBackupsRoot = 9;   // eRelativePaths entry of the backups root
-
-} // namespace
-
 void composeBackupFolder(const char* commonDataFolder, const char* backupsRoot,
                          const SYSTEMTIME& time, char* folder, std::size_t capacity)
 {
@@ -26,6 +20,6 @@ void NameBackupFolder()
 {
     SYSTEMTIME now;
     GetLocalTime(&now);
-    composeBackupFolder(g_setup.commonDataFolder, eRelativePaths[kBackupsRoot], now,
+    composeBackupFolder(g_setup.commonDataFolder, eRelativePaths[kRelativeBackupsRoot], now,
                         g_setup.backupFolder, kPathCapacity);
 }

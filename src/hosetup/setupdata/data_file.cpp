@@ -14,10 +14,6 @@
 
 namespace {
 
-constexpr int kAlertCannotOpen = 0;   // eAlertErrorText[0]: the file cannot be opened
-constexpr int kAlertBadFile = 3;      // eAlertErrorText[2]: the file is not a complete data file
-constexpr int kProductTextInstall = 17;
-constexpr int kProductTextRemove = 26;
 // ReadFile takes a 32-bit count; large record blocks are read in pieces of this size.
 constexpr std::uint64_t kReadChunk = 0x40000000;
 
@@ -93,7 +89,7 @@ bool refuseBadFile(HANDLE file, const char* path)
 {
     CloseHandle(file);
     if (!g_setup.optionSilent)
-        ShowFileAlert(g_setup.mainWindow, path, kAlertBadFile);
+        ShowFileAlert(g_setup.mainWindow, path, kFileAlertDamagedDataFile);
     return false;
 }
 
@@ -102,7 +98,7 @@ void setProductText(const SetupDataHeader& header)
     // The header's texts need not be terminated in a damaged file; copy them bounded.
     char label[sizeof header.productLabel + 1];
     HOI_CopyPartA(label, sizeof label, header.productLabel, sizeof header.productLabel);
-    const char* format = g_setup.optionRemove ? eUniTexts[kProductTextRemove] : eUniTexts[kProductTextInstall];
+    const char* format = g_setup.optionRemove ? eUniTexts[kUniRemoveProductLine] : eUniTexts[kUniInstallProductLine];
     HOI_PrintA(g_setup.productText, kTextCapacity, format, label);
     if (g_setup.mainWindow) {
         InvalidateRect(g_setup.mainWindow, nullptr, TRUE);
@@ -162,7 +158,7 @@ bool readSetupDataFile(const char* path)
     if (!g_setup.headerBuffer) {
         g_setup.headerBuffer = static_cast<SetupDataHeader*>(std::calloc(1, kSetupHeaderBlockSize));
         if (!g_setup.headerBuffer) {
-            reportError("Init", kLineHeaderAllocation, eMessageText[1]);
+            reportError("Init", kLineHeaderAllocation, eMessageText[kMsgOutOfMemory]);
             return false;
         }
     }
@@ -171,7 +167,7 @@ bool readSetupDataFile(const char* path)
                               FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         if (!g_setup.optionSilent)
-            ShowFileAlert(g_setup.mainWindow, path, kAlertCannotOpen);
+            ShowFileAlert(g_setup.mainWindow, path, kFileAlertCannotOpen);
         return false;
     }
 
@@ -196,7 +192,7 @@ bool readSetupDataFile(const char* path)
     g_setup.fileRecords = static_cast<FileRecord*>(allocateRecords(fileCount, kFileRecordSize));
     if (!g_setup.fileRecords) {
         CloseHandle(file);
-        reportError("Init", kLineFileArrayAllocation, eMessageText[1]);
+        reportError("Init", kLineFileArrayAllocation, eMessageText[kMsgOutOfMemory]);
         return false;
     }
     if (!readExactly(file, g_setup.fileRecords, static_cast<std::uint64_t>(fileCount) * kFileRecordSize))
@@ -205,7 +201,7 @@ bool readSetupDataFile(const char* path)
     g_setup.shortcutRecords = static_cast<ShortcutRecord*>(allocateRecords(shortcutCount, kShortcutRecordSize));
     if (!g_setup.shortcutRecords) {
         CloseHandle(file);
-        reportError("Init", kLineShortcutArrayAllocation, eMessageText[1]);
+        reportError("Init", kLineShortcutArrayAllocation, eMessageText[kMsgOutOfMemory]);
         return false;
     }
     if (!readExactly(file, g_setup.shortcutRecords,
@@ -219,7 +215,7 @@ bool readSetupDataFile(const char* path)
     g_setup.fileFlags = static_cast<std::uint32_t*>(
         std::calloc(static_cast<std::size_t>(fileCount) + 1, sizeof(std::uint32_t)));
     if (!g_setup.fileFlags) {
-        reportError("Init", kLineFlagArrayAllocation, eMessageText[1]);
+        reportError("Init", kLineFlagArrayAllocation, eMessageText[kMsgOutOfMemory]);
         return false;
     }
 

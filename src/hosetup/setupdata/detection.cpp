@@ -17,9 +17,6 @@ namespace {
 const char* const kKeySuffixes[] = {"", "\\Deutsch", "\\English", nullptr};
 
 constexpr char kNoEarlierCompileDate[] = "2003-04-01";
-constexpr int kRelativeSettings = 1;
-constexpr int kRelativeLibraries = 2;
-constexpr int kRelativeDrawings = 3;
 
 void showCursor(HCURSOR cursor)
 {
@@ -45,10 +42,10 @@ bool readText(HKEY key, const char* name, char* buffer, std::size_t capacity)
 
 // A folder value: copied with a trailing backslash. "*" (or any text beginning with "*") keeps
 // the folder at its default; HOI_PathA leaves such a text as it is.
-void readFolder(HKEY key, const char* name, char* folder)
+void readFolder(HKEY key, const char* name, char* folder, std::size_t capacity)
 {
-    if (readText(key, name, folder, kPathCapacity))
-        HOI_PathA(folder, kPathCapacity);
+    if (readText(key, name, folder, capacity))
+        HOI_PathA(folder, capacity);
 }
 
 bool readNumber(HKEY key, const char* name, DWORD* number)
@@ -90,9 +87,9 @@ bool readMachineFolders()
                 DWORD userMode = 0;
                 if (readNumber(key, "UserMode", &userMode))
                     g_setup.perUser = userMode != 0;
-                readFolder(key, "PathLibrary", g_setup.libraryFolder);
-                readFolder(key, "PathDrawing", g_setup.drawingFolder);
-                readFolder(key, "PathSetting", g_setup.settingFolder);
+                readFolder(key, "PathLibrary", g_setup.libraryFolder, sizeof g_setup.libraryFolder);
+                readFolder(key, "PathDrawing", g_setup.drawingFolder, sizeof g_setup.drawingFolder);
+                readFolder(key, "PathSetting", g_setup.settingFolder, sizeof g_setup.settingFolder);
             }
         }
         RegCloseKey(key);
@@ -105,7 +102,7 @@ bool readMachineFolders()
 // A folder value of the user's own settings: taken only where the user could write anyway (a
 // standard user may have written it for this elevated program to act on); any other value is
 // noted for the log and the folder keeps its default. "*" keeps the default as it does anywhere.
-void readUserFolder(HKEY key, const char* name, char* folder)
+void readUserFolder(HKEY key, const char* name, char* folder, std::size_t capacity)
 {
     char value[kRegistryKeyCapacity];
     if (!readText(key, name, value, sizeof value) || value[0] == '*')
@@ -114,8 +111,8 @@ void readUserFolder(HKEY key, const char* name, char* folder)
         noteIgnoredFolderValue(name, value);
         return;
     }
-    HOI_CopyA(folder, kPathCapacity, value);
-    HOI_PathA(folder, kPathCapacity);
+    HOI_CopyA(folder, capacity, value);
+    HOI_PathA(folder, capacity);
 }
 
 // The product's own per-user settings: the first language key that exists, subkey "General".
@@ -130,42 +127,45 @@ void readUserFolders()
     if (RegOpenKeyExA(key, "General", 0, KEY_READ, &general) == ERROR_SUCCESS) {
         char name[32];
         HOI_PrintA(name, sizeof name, "PathHOL %d", 1);
-        readUserFolder(general, name, g_setup.libraryFolder);
+        readUserFolder(general, name, g_setup.libraryFolder, sizeof g_setup.libraryFolder);
         HOI_PrintA(name, sizeof name, "PathHOD %d", 1);
-        readUserFolder(general, name, g_setup.drawingFolder);
+        readUserFolder(general, name, g_setup.drawingFolder, sizeof g_setup.drawingFolder);
         HOI_PrintA(name, sizeof name, "PathINF %d", 1);
-        readUserFolder(general, name, g_setup.settingFolder);
+        readUserFolder(general, name, g_setup.settingFolder, sizeof g_setup.settingFolder);
         RegCloseKey(general);
     }
     RegCloseKey(key);
 }
 
 // A shell folder with its backslash (created when missing); empty when the system cannot name
-// it, or names for a user's own folder none the user could write anyway.
-void shellFolder(int csidl, char* folder)
+// it, or names for a user's own folder none the user could write anyway, or it does not fit.
+void shellFolder(int csidl, char* folder, std::size_t capacity)
 {
-    if (UserShellFolder(csidl, folder))
+    char found[kPathCapacity];
+    if (UserShellFolder(csidl, found) && composePath(folder, capacity, found, nullptr))
         SHCreateDirectoryExA(nullptr, folder, nullptr);
+    else
+        HOI_CopyA(folder, capacity, "");
 }
 
 // A folder still "*" takes shell folder + productFolderWord (+ relative folder); a folder that
 // came from the registry clears its default flag instead. Without a shell folder it stays empty,
 // which the later steps refuse: the product's word alone would be a relative path.
-void settleFolder(char* folder, unsigned char* defaultFlag, int csidl, int relative)
+void settleFolder(char* folder, std::size_t capacity, unsigned char* defaultFlag, int csidl, int relative)
 {
     if (folder[0] != '*') {
         *defaultFlag = 0;
         return;
     }
     char base[kPathCapacity];
-    shellFolder(csidl, base);
+    shellFolder(csidl, base, sizeof base);
     if (!base[0]) {
-        HOI_InitA(folder);
+        HOI_CopyA(folder, capacity, "");
         return;
     }
-    HOI_CopyA(folder, kPathCapacity, base, g_setup.productFolderWord,
+    HOI_CopyA(folder, capacity, base, g_setup.productFolderWord,
               relative ? eRelativePaths[relative] : nullptr);
-    HOI_PathA(folder, kPathCapacity);
+    HOI_PathA(folder, capacity);
 }
 
 } // namespace
@@ -190,18 +190,24 @@ void DetectFolders()
     // The per-user values are judged against the installation and data folders, so those two
     // settle first; no other folder depends on them.
     const bool recorded = readMachineFolders();
-    settleFolder(g_setup.installFolder, &g_setup.installFolderDefault, CSIDL_PROGRAM_FILES, 0);
-    settleFolder(g_setup.commonDataFolder, &g_setup.commonDataFolderDefault, CSIDL_COMMON_APPDATA, 0);
+    settleFolder(g_setup.installFolder, sizeof g_setup.installFolder, &g_setup.installFolderDefault,
+                 CSIDL_PROGRAM_FILES, kRelativeNone);
+    settleFolder(g_setup.commonDataFolder, sizeof g_setup.commonDataFolder, &g_setup.commonDataFolderDefault,
+                 CSIDL_COMMON_APPDATA, kRelativeNone);
     if (!recorded)
         readUserFolders();
 
     const int documents = g_setup.perUser ? CSIDL_PERSONAL : CSIDL_COMMON_DOCUMENTS;
-    settleFolder(g_setup.userDataFolder, &g_setup.userDataFolderDefault,
-                 g_setup.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA, 0);
-    settleFolder(g_setup.documentsFolder, &g_setup.documentsFolderDefault, documents, 0);
-    settleFolder(g_setup.libraryFolder, &g_setup.libraryFolderDefault, documents, kRelativeLibraries);
-    settleFolder(g_setup.drawingFolder, &g_setup.drawingFolderDefault, documents, kRelativeDrawings);
-    settleFolder(g_setup.settingFolder, &g_setup.settingFolderDefault, documents, kRelativeSettings);
+    settleFolder(g_setup.userDataFolder, sizeof g_setup.userDataFolder, &g_setup.userDataFolderDefault,
+                 g_setup.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA, kRelativeNone);
+    settleFolder(g_setup.documentsFolder, sizeof g_setup.documentsFolder, &g_setup.documentsFolderDefault,
+                 documents, kRelativeNone);
+    settleFolder(g_setup.libraryFolder, sizeof g_setup.libraryFolder, &g_setup.libraryFolderDefault, documents,
+                 kRelativeLibraries);
+    settleFolder(g_setup.drawingFolder, sizeof g_setup.drawingFolder, &g_setup.drawingFolderDefault, documents,
+                 kRelativeDrawings);
+    settleFolder(g_setup.settingFolder, sizeof g_setup.settingFolder, &g_setup.settingFolderDefault, documents,
+                 kRelativeSettings);
     if (g_setup.perUser) {
         // The link steps look these up again; looking them up now notes a refused value before
         // the installation opens its log.

@@ -11,8 +11,6 @@
 
 namespace {
 
-constexpr int kMessagePathTooLong = 13;
-
 const char* baseFolder(FolderBase base)
 {
     switch (base) {
@@ -27,7 +25,7 @@ const char* baseFolder(FolderBase base)
     return "";
 }
 
-// base folder + relative folder, cut at the path capacity.
+// base folder + relative folder (an eRelativePaths entry), cut at the path capacity.
 void startPath(char* path, FolderBase base, int relative)
 {
     HOI_CopyA(path, kPathCapacity, baseFolder(base), relative ? eRelativePaths[relative] : nullptr);
@@ -51,7 +49,7 @@ bool finishPath(char* path, const FileRecord& record)
     copyField(fileName, record.fileName);
     if (std::strlen(path) + std::strlen(subFolder) + std::strlen(fileName) + 2 >= kPathCapacity) {
         char message[kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eMessageText[kMessagePathTooLong], path);
+        HOI_PrintA(message, sizeof message, eMessageText[kMsgPathTooLong], path);
         AlertError(g_setup.mainWindow, message);
         return false;
     }
@@ -116,7 +114,7 @@ int resolveDirectoryPath(int fileIndex, char* targetPath, char* backupPath)
     if (!place)
         return kNoPathHere;
 
-    startPath(targetPath, place->target, 0);
+    startPath(targetPath, place->target, kRelativeNone);
     if (!finishPath(targetPath, *record))
         return kPathTooLong;
     startPath(backupPath, place->backup, place->backupRelative);
@@ -139,15 +137,4 @@ int resolveShortcutIconPath(int shortcutIndex, char* path)
     startPath(path, place->base, place->relative);
     HOI_JoinA(path, kPathCapacity, iconPath);
     return kIconPathFound;
-}
-
-bool isDirectoryIdUsed(std::uint32_t directoryId)
-{
-    if (!g_setup.fileRecords)
-        return false;
-    for (std::int32_t i = 0; i < g_setup.fileCount; ++i) {
-        if (g_setup.fileRecords[i].directoryId == directoryId)
-            return true;
-    }
-    return false;
 }

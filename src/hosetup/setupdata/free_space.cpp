@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kMessageNoRoom = 16;
 constexpr std::uint64_t kMaxBytes = ~std::uint64_t(0);
 
 // Sums never wrap: a damaged size saturates and then simply fails the check.
@@ -73,7 +72,7 @@ bool checkFreeSpace(unsigned categoryMask)
         return true;
 
     char message[kMessageCapacity];
-    HOI_PrintA(message, sizeof message, eMessageText[kMessageNoRoom], drive);
+    HOI_PrintA(message, sizeof message, eMessageText[kMsgNotEnoughSpace], drive);
     AlertError(g_setup.mainWindow, message);
     return false;
 }

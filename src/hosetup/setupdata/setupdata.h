@@ -46,8 +46,6 @@ int resolveFilePath(int fileIndex, char* path, unsigned* category, bool* coreMar
 int resolveDirectoryPath(int fileIndex, char* targetPath, char* backupPath);
 // 40: path is the icon file of shortcut record shortcutIndex; 41: its place is not in the table.
 int resolveShortcutIconPath(int shortcutIndex, char* path);
-// True when a file record carries exactly this identifier.
-bool isDirectoryIdUsed(std::uint32_t directoryId);
 
 // setupdata/free_space.cpp
 // True when freeBytes leave room for sum plus the margin: the check's arithmetic alone.

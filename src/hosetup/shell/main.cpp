@@ -24,7 +24,7 @@ int runSetupProgram(HINSTANCE instance, const char* commandLine)
         return kExitFailure;
     if (!IsWindowsAtLeast(6, 1, 0)) {
         if (!g_setup.optionSilent)
-            MessageBoxA(nullptr, eMessageText[0], eCaptionTexts[0], MB_OK);
+            MessageBoxA(nullptr, eMessageText[kMsgWindowsTooOld], eCaptionTexts[kCaptionSetup], MB_OK);
         return kExitFailure;
     }
 

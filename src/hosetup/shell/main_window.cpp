@@ -38,11 +38,6 @@ LRESULT onPaint(HWND window)
     return 0;
 }
 
-// False until the run has ended and posted its own closing request. The window exists a moment
-// before the run starts, and a close in that moment must not end the program with the cleared
-// state's exit code 0.
-bool g_runEnded = false;
-
 // The run: the first page, then the sequence; the result becomes the exit code. Until the
 // sequence says otherwise the run counts as failed, so a process ended any other way never
 // reports success.
@@ -65,17 +60,20 @@ void runWizard(HWND window)
     // A log still open here is left to the shutdown, which writes the EXITING banner before it
     // closes the file.
     SetCursor(g_setup.arrowCursor);
-    g_runEnded = true;
+    g_setup.runEnded = 1;
     PostMessageA(window, WM_CLOSE, 0, 0);
 }
 
 // A close of the main window (Alt+F4, the taskbar, a shutdown) while the run is under way must
 // not pull the setup state from under the running sequence: it is the progress window's cancel
 // request instead, asked at the next progress report. Before the progress window shows, and in
-// a silent run, there is nothing to ask and it is ignored. True when the window may close.
+// a silent run, there is nothing to ask and it is ignored. True when the window may close. The
+// window exists a moment before the run starts, and a close in that moment must not end the
+// program with the cleared state's exit code 0: only the run's own closing request (runEnded)
+// closes it.
 bool closeRequested()
 {
-    if (g_runEnded)
+    if (g_setup.runEnded)
         return true;
     if (g_setup.progressDialog && IsWindowVisible(g_setup.progressDialog) && !g_setup.optionSilent)
         g_setup.cancelRequested = 1;

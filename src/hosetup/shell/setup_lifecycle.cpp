@@ -47,7 +47,7 @@ bool initialiseSetup()
     font.lfClipPrecision = CLIP_DEFAULT_PRECIS;
     font.lfQuality = DEFAULT_QUALITY;
     font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-    HOI_CopyA(font.lfFaceName, sizeof font.lfFaceName, eDefaultNames[1]);
+    HOI_CopyA(font.lfFaceName, sizeof font.lfFaceName, eDefaultNames[kDefaultNameDialogFont]);
     g_setup.aboutFont = CreateFontIndirectA(&font);
     if (!g_setup.aboutFont) {
         reportError("Init", kLineAboutFont, "Error creating \"AboutFont\".");
@@ -112,6 +112,7 @@ void exitSetup()
         DeleteObject(g_setup.aboutFont);
     g_setup.splashBitmap = nullptr;
     g_setup.aboutFont = nullptr;
+    releaseSkin();
 
     CloseLog(true);
     releaseUnpacker();

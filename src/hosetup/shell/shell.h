@@ -13,7 +13,6 @@
 
 constexpr UINT kRunCommand = 100;              // posted to the main window to start the run
 constexpr std::size_t kCommandTokenCapacity = 760;
-constexpr std::size_t kWindowsNameCapacity = 32;
 
 // ---- functions ------------------------------------------------------------------------------
 
@@ -26,12 +25,6 @@ void scanCommandLine(const char* commandLine);
 
 // shell/os_version.cpp
 bool IsWindowsAtLeast(WORD major, WORD minor, WORD servicePackMajor);
-bool IsServerSystem();
-std::uint32_t GetBuildNumber();
-void GetWindowsName(char* buffer);  // buffer of kWindowsNameCapacity characters
-// The naming table alone, for a system whose numbers are known.
-void nameWindowsVersion(unsigned major, unsigned minor, std::uint32_t build, bool server,
-                        char* buffer, std::size_t capacity);
 
 // shell/setup_lifecycle.cpp
 // Fills the state once the main window exists: the program folder, screen metrics and scale,

@@ -10,9 +10,12 @@ namespace {
 
 constexpr int kButtonIds[] = {IDC_ALERT_BUTTON1, IDC_ALERT_BUTTON2, IDC_ALERT_BUTTON3};
 
+// The captions follow the button codes in order.
+static_assert(kButtonTextSkip - kButtonTextOk == kButtonSkip - kButtonOk, "eButtonText follows the button codes");
+
 const char* buttonCaption(int code)
 {
-    return code > 0 ? eButtonText[code - 1] : "";
+    return code > 0 ? eButtonText[kButtonTextOk + (code - kButtonOk)] : "";
 }
 
 AlertBoxState* stateOf(HWND dialog)
@@ -60,7 +63,7 @@ void initialiseAlert(HWND dialog, AlertBoxState* state)
     layoutAlertBox(dialog, *state);
     centreOverMainWindow(dialog);
     SetCursor(g_setup.arrowCursor);
-    SetWindowTextA(dialog, eCaptionTexts[0]);
+    SetWindowTextA(dialog, eCaptionTexts[kCaptionSetup]);
     if (!escapeCloses(*state))
         EnableMenuItem(GetSystemMenu(dialog, FALSE), SC_CLOSE, MF_BYCOMMAND | MF_GRAYED);
 
@@ -165,16 +168,6 @@ int AlertError(HWND owner, const char* text)
     return ShowAlert(owner, text, kButtonCancel, 0, 0, 1);
 }
 
-int AlertButton6(HWND owner, const char* text)
-{
-    return ShowAlert(owner, text, kButtonRetry, 0, 0, 1);
-}
-
-int AlertButton5(HWND owner, const char* text)
-{
-    return ShowAlert(owner, text, kButtonContinue, 0, 0, 1);
-}
-
 int AlertRetryCancel(HWND owner, const char* text)
 {
     return ShowAlert(owner, text, kButtonRetry, kButtonCancel, 0, 1);
@@ -202,41 +195,44 @@ int AlertThreeWay(HWND owner, const char* text)
 
 int ShowFileAlert(HWND owner, const char* path, int kind)
 {
+    const char* const* texts = eAlertErrorText;
     switch (kind) {
-    case 0: return showFormattedAlert(owner, eAlertErrorText[0], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 1: return showFormattedAlert(owner, eAlertErrorText[0], path, nullptr, kButtonRetry, 0, 0, 1);
-    case 2: return showFormattedAlert(owner, eAlertErrorText[1], path, nullptr, kButtonRetry, kButtonCancel, 0, 1);
-    case 3: return showFormattedAlert(owner, eAlertErrorText[2], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 4:
-        return showFormattedAlert(owner, eAlertErrorText[3], path, eAlertErrorText[17], kButtonCancel, 0, 0, 1);
-    case 5:
-        return showFormattedAlert(owner, eAlertErrorText[4], path, nullptr, kButtonRetryFile, kButtonCancel, 0, 2);
-    case 6: return showFormattedAlert(owner, eAlertErrorText[5], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 7: return showFormattedAlert(owner, eAlertErrorText[10], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 8:
+    case kFileAlertCannotOpen:
+        return showFormattedAlert(owner, texts[kAlertTextCannotOpen], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertCannotOpenGoOn:
+        return showFormattedAlert(owner, texts[kAlertTextCannotOpen], path, nullptr, kButtonRetry, 0, 0, 1);
+    case kFileAlertInUse:
+        return showFormattedAlert(owner, texts[kAlertTextFileInUse], path, nullptr, kButtonRetry, kButtonCancel, 0, 1);
+    case kFileAlertDamagedDataFile:
+        return showFormattedAlert(owner, texts[kAlertTextDamagedDataFile], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertCannotRead:
+        return showFormattedAlert(owner, texts[kAlertTextCannotRead], path, texts[kAlertTextSupportNote],
+                                  kButtonCancel, 0, 0, 1);
+    case kFileAlertCannotWriteRetry:
+        return showFormattedAlert(owner, texts[kAlertTextCannotWriteRetry], path, nullptr, kButtonRetryFile,
+                                  kButtonCancel, 0, 2);
+    case kFileAlertFolderNotCreated:
+        return showFormattedAlert(owner, texts[kAlertTextFolderNotCreated], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertCannotDelete:
+        return showFormattedAlert(owner, texts[kAlertTextCannotDelete], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertIncompleteDeleted:
         // The incomplete file goes first; whether it could be deleted does not change the alert.
         if (path)
             DeleteFileA(path);
-        return showFormattedAlert(owner, eAlertErrorText[8], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 9: return showFormattedAlert(owner, eAlertErrorText[11], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 11: return showFormattedAlert(owner, eAlertErrorText[13], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 12: return showFormattedAlert(owner, eAlertErrorText[15], path, nullptr, kButtonCancel, 0, 0, 1);
-    case 13:
-        return showFormattedAlert(owner, eAlertErrorText[16], path, nullptr, kButtonRetry, kButtonCancel, 0, 2);
-    case 14:
-        return showFormattedAlert(owner, eAlertErrorText[9], path, nullptr, kButtonRetryFile, kButtonSkip,
+        return showFormattedAlert(owner, texts[kAlertTextIncompleteDeleted], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertWriteFailed:
+        return showFormattedAlert(owner, texts[kAlertTextWriteFailed], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertUnpackerNotStarted:
+        return showFormattedAlert(owner, texts[kAlertTextUnpackerNotStarted], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertLogUnreadable:
+        return showFormattedAlert(owner, texts[kAlertTextLogUnreadable], path, nullptr, kButtonCancel, 0, 0, 1);
+    case kFileAlertLogNotCreated:
+        return showFormattedAlert(owner, texts[kAlertTextLogNotCreated], path, nullptr, kButtonRetry, kButtonCancel,
+                                  0, 2);
+    case kFileAlertBackupFailed:
+        return showFormattedAlert(owner, texts[kAlertTextBackupFailed], path, nullptr, kButtonRetryFile, kButtonSkip,
                                   kButtonCancel, 1);
     default:
-        return kButtonCancel;   // kind 10 and unknown kinds show nothing
+        return kButtonCancel;   // kFileAlertUnused10 and unknown kinds show nothing
     }
-}
-
-int ShowFileAlert2(HWND owner, const char* first, const char* second, int kind)
-{
-    if (kind != 10)
-        return kButtonCancel;
-    char text[kFileAlertCapacity];
-    HOI_PrintA(text, sizeof text, eAlertErrorText[12], second ? second : "", first ? first : "");
-    HOI_JoinA(text, sizeof text, eAlertErrorText[17]);
-    return AlertError(owner, text);
 }

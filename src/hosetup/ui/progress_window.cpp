@@ -16,15 +16,17 @@ struct StageBand {
     int end;
 };
 
+// One row per ProgressStage, in its order.
 constexpr StageBand kStages[] = {
-    {4, 0, 1000},   {11, 1000, 7000}, {21, 7000, 8000}, {26, 8000, 10000},
-    {22, 0, 1000},  {12, 1000, 7000}, {23, 7000, 8500}, {25, 8500, 10000},
+    {kMsgProgressPreparing, 0, 1000},          {kMsgProgressCopying, 1000, 7000},
+    {kMsgProgressRegistering, 7000, 8000},     {kMsgProgressCreatingShortcuts, 8000, 10000},
+    {kMsgProgressReadingLog, 0, 1000},         {kMsgProgressRemovingFiles, 1000, 7000},
+    {kMsgProgressRemovingSettings, 7000, 8500}, {kMsgProgressRemovingShortcuts, 8500, 10000},
 };
+static_assert(sizeof kStages / sizeof kStages[0] == kStageRemoveShortcuts + 1, "one band per stage");
 constexpr StageBand kUnknownStage = {-1, 0, kProgressRange};
-constexpr std::uint32_t kFirstRemovalStage = 4;
-constexpr std::uint32_t kLastRemovalStage = 7;
-constexpr int kInstallCancelQuestion = 2;
-constexpr int kRemovalCancelQuestion = 17;
+constexpr std::uint32_t kFirstRemovalStage = kStageRemoveReadLog;
+constexpr std::uint32_t kLastRemovalStage = kStageRemoveShortcuts;
 
 // A fraction this close to 1 is shown as complete only once the last unit has been reported.
 constexpr double kAlmostComplete = 0.9999;
@@ -180,7 +182,7 @@ bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::
     } else {
         HWND dialog = CreateDialogParamA(g_setup.languageModule, "MAIN_PROGRESS", g_setup.mainWindow, progressProc, 0);
         if (!dialog) {
-            reportError("DialogAll", kLineProgressWindow, eMessageText[1]);
+            reportError("DialogAll", kLineProgressWindow, eMessageText[kMsgOutOfMemory]);
             return false;
         }
         g_setup.progressDialog = dialog;
@@ -210,7 +212,7 @@ bool SetProgress(std::int64_t value, std::int64_t total)
     if (g_setup.optionSilent)
         return true;
     const bool removal = g_setup.progressStage >= kFirstRemovalStage && g_setup.progressStage <= kLastRemovalStage;
-    const int question = removal ? kRemovalCancelQuestion : kInstallCancelQuestion;
+    const int question = removal ? kMsgCancelRemoveQuestion : kMsgCancelInstallQuestion;
     if (AlertQuestion(g_setup.mainWindow, eMessageText[question]) != kButtonYes)
         return true;
     g_setup.cancelConfirmed = 1;

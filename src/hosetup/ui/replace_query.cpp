@@ -23,7 +23,7 @@ void initialiseQuery(HWND dialog, ReplaceQueryState* state)
     SetWindowLongPtrA(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(state));
     SetWindowTextA(dialog, eApplicationName);
     char question[kMessageCapacity];
-    HOI_PrintA(question, sizeof question, eMessageText[7], state->path);
+    HOI_PrintA(question, sizeof question, eMessageText[kMsgReplaceQuestion], state->path);
     SetDlgItemTextA(dialog, IDC_MAIN_TEXT, question);
     SetDlgItemTextA(dialog, IDC_EXISTING_TEXT, state->existingText);
     SetDlgItemTextA(dialog, IDC_NEW_TEXT, state->newText);
@@ -78,7 +78,7 @@ int AskReplaceFile(HWND owner, const char* path, const char* existingText, const
     const INT_PTR ended = DialogBoxParamA(g_setup.languageModule, "REPLACEFILE", owner, replaceQueryProc,
                                           reinterpret_cast<LPARAM>(&state));
     if (ended == -1 || ended == 0) {
-        reportError("DialogAll", kLineReplaceQuery, eMessageText[1]);
+        reportError("DialogAll", kLineReplaceQuery, eMessageText[kMsgOutOfMemory]);
         return kButtonCancel;
     }
     if (g_setup.mainWindow) {

@@ -25,42 +25,48 @@ constexpr char kSkinProperty[] = "HOSetup.Skin";
 constexpr char kBannerProperty[] = "HOSetup.Banner";
 constexpr char kFooterProperty[] = "HOSetup.Footer";
 
-struct FontCache {
-    double scale;
-    HFONT body;
-    HFONT title;
-};
-FontCache g_fonts = {0.0, nullptr, nullptr};
-
 HFONT makeFont(int designHeight, int weight)
 {
     return CreateFontA(-scaledSize(designHeight), 0, 0, 0, weight, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, VARIABLE_PITCH | FF_SWISS,
-                       eDefaultNames[1]);
+                       eDefaultNames[kDefaultNameDialogFont]);
 }
 
 // The fonts follow the scale; a test that changes the scale gets new ones. The old ones are
 // kept, since dialogs still open may be using them.
 void refreshFonts()
 {
-    if (g_fonts.body && g_fonts.scale == g_setup.scale)
+    if (g_setup.skinBodyFont && g_setup.skinFontScale == g_setup.scale)
         return;
-    g_fonts.scale = g_setup.scale;
-    g_fonts.body = makeFont(kBodyPoints, FW_NORMAL);
-    g_fonts.title = makeFont(kTitlePoints, FW_SEMIBOLD);
+    g_setup.skinFontScale = g_setup.scale;
+    g_setup.skinBodyFont = makeFont(kBodyPoints, FW_NORMAL);
+    g_setup.skinTitleFont = makeFont(kTitlePoints, FW_SEMIBOLD);
+}
+
+// Three colours for the run, each brush made on its first use.
+HBRUSH brushOf(HBRUSH* brush, COLORREF colour)
+{
+    if (!*brush)
+        *brush = CreateSolidBrush(colour);
+    return *brush;
 }
 
 HBRUSH solidBrush(COLORREF colour)
 {
-    // Three colours for the whole process; created once and never freed.
-    static HBRUSH body = CreateSolidBrush(kBodyColour);
-    static HBRUSH footer = CreateSolidBrush(kFooterColour);
-    static HBRUSH banner = CreateSolidBrush(kBannerColour);
     if (colour == kFooterColour)
-        return footer;
+        return brushOf(&g_setup.skinFooterBrush, kFooterColour);
     if (colour == kBannerColour)
-        return banner;
-    return body;
+        return brushOf(&g_setup.skinBannerBrush, kBannerColour);
+    return brushOf(&g_setup.skinBodyBrush, kBodyColour);
+}
+
+// Deletes one of the skin's GDI objects and leaves its field null, so a later use makes it anew.
+template <typename Handle>
+void deleteSkinObject(Handle& object)
+{
+    if (object)
+        DeleteObject(object);
+    object = nullptr;
 }
 
 void fillRect(HDC dc, int left, int top, int right, int bottom, COLORREF colour)
@@ -110,13 +116,23 @@ void rememberDialogSkin(HWND dialog, DialogSkin skin, int banner, int footerTop)
 HFONT dialogFont()
 {
     refreshFonts();
-    return g_fonts.body;
+    return g_setup.skinBodyFont;
 }
 
 HFONT dialogTitleFont()
 {
     refreshFonts();
-    return g_fonts.title;
+    return g_setup.skinTitleFont;
+}
+
+void releaseSkin()
+{
+    deleteSkinObject(g_setup.skinBodyFont);
+    deleteSkinObject(g_setup.skinTitleFont);
+    deleteSkinObject(g_setup.skinBodyBrush);
+    deleteSkinObject(g_setup.skinFooterBrush);
+    deleteSkinObject(g_setup.skinBannerBrush);
+    g_setup.skinFontScale = 0.0;
 }
 
 void setDialogIcon(HWND dialog)

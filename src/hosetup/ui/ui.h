@@ -11,7 +11,8 @@
 
 // ---- constants ------------------------------------------------------------------------------
 
-// Button codes of the alert box; the caption of code k is eButtonText[k - 1].
+// Button codes of the alert box; the captions of eButtonText follow the codes in order, from
+// kButtonTextOk for kButtonOk on (ui/alert_box.cpp).
 constexpr int kButtonOk = 1;
 constexpr int kButtonCancel = 2;   // the negative answer; Escape and the close box give it
 constexpr int kButtonYes = 3;
@@ -27,7 +28,7 @@ constexpr int kReplaceAll = 31;
 constexpr int kReplaceKeep = 32;
 constexpr int kReplaceCancel = 33;
 
-// Progress bar range and stages (0 to 3 installation, 4 to 7 removal).
+// Progress bar range.
 constexpr int kProgressRange = 10000;
 
 // Wizard page results.
@@ -56,6 +57,39 @@ constexpr std::size_t kAlertCaptionCapacity = 760;
 constexpr std::size_t kFileAlertCapacity = 2048;
 
 // ---- types ----------------------------------------------------------------------------------
+
+// Kinds of file alert (ShowFileAlert): each shows one text of eAlertErrorText with its path and
+// offers its own buttons. A plain enumeration, so that a kind still given as its number works.
+enum FileAlertKind : int {
+    kFileAlertCannotOpen = 0,        // the file cannot be opened; Cancel
+    kFileAlertCannotOpenGoOn = 1,    // the same text, one kButtonRetry button (captioned Continue)
+    kFileAlertInUse = 2,             // the file is in use; Continue (kButtonRetry) / Cancel
+    kFileAlertDamagedDataFile = 3,   // the setup data file is damaged; Cancel
+    kFileAlertCannotRead = 4,        // the file cannot be read, the support note appended; Cancel
+    kFileAlertCannotWriteRetry = 5,  // the file cannot be written; Retry / Cancel, Cancel default
+    kFileAlertFolderNotCreated = 6,  // Cancel
+    kFileAlertCannotDelete = 7,      // Cancel
+    kFileAlertIncompleteDeleted = 8, // deletes the incomplete file first; Cancel
+    kFileAlertWriteFailed = 9,       // writing to the file failed; Cancel
+    kFileAlertUnused10 = 10,         // shows nothing, as an unknown kind does
+    kFileAlertUnpackerNotStarted = 11,   // Cancel
+    kFileAlertLogUnreadable = 12,    // the removal cannot read the setup log; Cancel
+    kFileAlertLogNotCreated = 13,    // go on without a log? Continue / Cancel, Cancel default
+    kFileAlertBackupFailed = 14,     // Retry / Skip / Cancel
+};
+
+// Stages of the progress window: each has its caption and its band of the bar. The first four
+// belong to an installation, the others to a removal.
+enum ProgressStage : std::uint32_t {
+    kStageInstallPrepare = 0,
+    kStageInstallCopy = 1,
+    kStageInstallRegister = 2,
+    kStageInstallShortcuts = 3,
+    kStageRemoveReadLog = 4,
+    kStageRemoveFiles = 5,
+    kStageRemoveSettings = 6,
+    kStageRemoveShortcuts = 7,
+};
 
 // One per page call, handed to the page's dialog as its creation parameter.
 struct WizardPageState {
@@ -106,8 +140,10 @@ void layoutReplaceQuery(HWND dialog);
 // ui/skin.cpp: fonts, background and colours of the skinned dialogs. Each painter returns
 // false/null when it does not handle the request, so the dialog procedure leaves it to the
 // dialog manager.
-HFONT dialogFont();        // the body font: eDefaultNames[1], 9 pt at the screen's scale
+HFONT dialogFont();        // the body font: eDefaultNames[kDefaultNameDialogFont], 9 pt at the screen's scale
 HFONT dialogTitleFont();   // the banner title
+// Frees the fonts and brushes of the skin once no dialog is left; the next dialog makes new ones.
+void releaseSkin();
 void setDialogIcon(HWND dialog);
 // Records where the banner and the footer of a laid-out dialog end, for the painter.
 void rememberDialogSkin(HWND dialog, DialogSkin skin, int bannerBottom, int footerTop);
@@ -127,20 +163,19 @@ HBITMAP loadPngResource(HINSTANCE instance, const char* name, std::uint32_t* wid
 int ShowAlert(HWND owner, const char* text, int button1, int button2, int button3, int defaultButton);
 void AlertNotice(HWND owner, const char* text);
 int AlertError(HWND owner, const char* text);
-int AlertButton6(HWND owner, const char* text);
-int AlertButton5(HWND owner, const char* text);
 int AlertRetryCancel(HWND owner, const char* text);
 int AlertRetryCancelDefaultCancel(HWND owner, const char* text);
 int AlertQuestion(HWND owner, const char* text);
 int AlertQuestionDefaultNo(HWND owner, const char* text);
 int AlertThreeWay(HWND owner, const char* text);
+// kind: a FileAlertKind; an unknown kind shows nothing and answers kButtonCancel.
 int ShowFileAlert(HWND owner, const char* path, int kind);
-int ShowFileAlert2(HWND owner, const char* first, const char* second, int kind);
 
 // ui/replace_query.cpp
 int AskReplaceFile(HWND owner, const char* path, const char* existingText, const char* newText);
 
 // ui/progress_window.cpp
+// stage: a ProgressStage; show false closes the window whatever the stage.
 bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total);
 bool SetProgress(std::int64_t value, std::int64_t total);
 void pumpWindowMessages();

@@ -26,12 +26,12 @@ struct PageInfo {
 const PageInfo& infoOf(Page page)
 {
     static const PageInfo pages[] = {
-        {"MAIN_WELCOME_INSTALL", kLineInstallWelcomePage, 28},
-        {"MAIN_START_INSTALL", kLineInstallStartPage, 33},
-        {"MAIN_FINISH_INSTALL", kLineInstallFinishPage, 34},
-        {"MAIN_WELCOME_REMOVE", kLineRemoveWelcomePage, 29},
-        {"MAIN_START_REMOVE", kLineRemoveStartPage, 35},
-        {"MAIN_FINISH_REMOVE", kLineRemoveFinishPage, 10},
+        {"MAIN_WELCOME_INSTALL", kLineInstallWelcomePage, kMsgInstallWelcomePage},
+        {"MAIN_START_INSTALL", kLineInstallStartPage, kMsgInstallStartPage},
+        {"MAIN_FINISH_INSTALL", kLineInstallFinishPage, kMsgInstallFinishPage},
+        {"MAIN_WELCOME_REMOVE", kLineRemoveWelcomePage, kMsgRemoveWelcomePage},
+        {"MAIN_START_REMOVE", kLineRemoveStartPage, kMsgRemoveStartPage},
+        {"MAIN_FINISH_REMOVE", kLineRemoveFinishPage, kMsgRemoveFinishPage},
     };
     return pages[static_cast<int>(page)];
 }
@@ -54,12 +54,16 @@ WizardPageState* stateOf(HWND dialog)
 void formatPageText(Page page, char* text, std::size_t capacity)
 {
     const char* format = eMessageText[infoOf(page).text];
-    const char* updateInsert = g_setup.updateInstall ? eUniTexts[30] : kNoText;
-    const char* label = g_setup.headerBuffer ? g_setup.headerBuffer->productLabel : kNoText;
+    const char* updateInsert = g_setup.updateInstall ? eUniTexts[kUniUpdatePagesInsert] : kNoText;
+    // The header's label need not be terminated in a damaged file; it is copied bounded.
+    char label[sizeof SetupDataHeader::productLabel + 1] = "";
+    if (g_setup.headerBuffer)
+        HOI_CopyPartA(label, sizeof label, g_setup.headerBuffer->productLabel,
+                      sizeof SetupDataHeader::productLabel);
     switch (page) {
     case Page::InstallWelcome:
-        HOI_PrintA(text, capacity, format, g_setup.optionPerUser ? eUniTexts[31] : kNoText,
-                   g_setup.updateInstall ? eUniTexts[29] : kNoText, kProductName, kNoText);
+        HOI_PrintA(text, capacity, format, g_setup.optionPerUser ? eUniTexts[kUniPerUserInsert] : kNoText,
+                   g_setup.updateInstall ? eUniTexts[kUniUpdateWelcomeInsert] : kNoText, kProductName, kNoText);
         break;
     case Page::InstallStart:
     case Page::InstallFinish:
@@ -90,7 +94,7 @@ void initialisePage(HWND dialog, Page page, WizardPageState* state)
 
     HWND box = GetDlgItem(dialog, IDC_PAGE_OPTION);
     if (page == Page::InstallFinish) {
-        SetWindowTextA(box, eMessageText[36]);
+        SetWindowTextA(box, eMessageText[kMsgLaunchCheckBox]);
         SendMessageA(box, BM_SETCHECK, state->option ? BST_CHECKED : BST_UNCHECKED, 0);
     } else if (box) {
         ShowWindow(box, SW_HIDE);
@@ -109,7 +113,8 @@ bool productRunning()
 
 int askProductRunning(Page page)
 {
-    return AlertRetryCancel(g_setup.mainWindow, eMessageText[isInstallPage(page) ? 30 : 31]);
+    const int question = isInstallPage(page) ? kMsgProductRunningInstall : kMsgProductRunningRemove;
+    return AlertRetryCancel(g_setup.mainWindow, eMessageText[question]);
 }
 
 // Continue on a welcome or start page: the product must not be running. Each page gives up in
@@ -159,7 +164,7 @@ void onCancel(HWND dialog, Page page)
         closePage(dialog, kPageStop);
         return;
     }
-    const int question = isInstallPage(page) ? 3 : 15;
+    const int question = isInstallPage(page) ? kMsgExitInstallQuestion : kMsgExitRemoveQuestion;
     if (AlertQuestion(dialog, eMessageText[question]) == kButtonNo)
         return;   // the user stays on the page
     closePage(dialog, kPageStop);
@@ -235,7 +240,7 @@ bool runPage(HWND owner, Page page, DLGPROC procedure, unsigned char* option)
     const INT_PTR ended = DialogBoxParamA(g_setup.languageModule, info.templateName, owner, procedure,
                                           reinterpret_cast<LPARAM>(&state));
     if (ended == -1 || ended == 0) {
-        reportError("DialogAll", info.failureLine, eMessageText[1]);
+        reportError("DialogAll", info.failureLine, eMessageText[kMsgOutOfMemory]);
         return false;
     }
     if (g_setup.mainWindow) {

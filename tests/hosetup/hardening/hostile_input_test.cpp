@@ -135,7 +135,7 @@ TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
     for (const std::string& line : lines)
         log += line + "\r\n";
     writeFile(std::string(g_setup.commonDataFolder) + "hosetup.log", log);
-    ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
+    ASSERT_TRUE(ShowProgressStage(true, kStageRemoveReadLog, 0, 0));
     EXPECT_TRUE(RemoveLoggedFiles());
     ShowProgressStage(false, 0, 0, 0);
     EXPECT_TRUE(fileExists(outside + "keep.txt"));
@@ -152,7 +152,7 @@ TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
     const std::string outside = root_ + "Outside\\";
     const std::string secret = outside + "secret.txt";
     const std::function<void()> logAndRemove = [&] {
-        ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));
+        ASSERT_TRUE(ShowProgressStage(true, kStageRemoveReadLog, 0, 0));
         RemoveLoggedFiles();
         ShowProgressStage(false, 0, 0, 0);
     };

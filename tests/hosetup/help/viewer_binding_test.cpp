@@ -75,7 +75,7 @@ TEST(ViewerBinding, RegisteredPathOrSystemFolder)
     RegDeleteTreeA(HKEY_LOCAL_MACHINE, kTestClass);
     HelpViewer viewer = {kTestClassKey.c_str(), "ho-no-such-viewer.ocx", nullptr};
     HelpEntry narrow = {kHtmlHelpAOrdinal, nullptr, false};
-    HelpEntry wide = {kHtmlHelpWOrdinal, nullptr, false};
+    HelpEntry wide = {15, nullptr, false};   // the stand-in viewer's wide entry, an entry of its own
     EXPECT_EQ(nullptr, bindHelpEntry(&viewer, &narrow));
     setDefaultValue(REG_SZ, copy);
     viewer.moduleName = kHelpViewerModuleName;

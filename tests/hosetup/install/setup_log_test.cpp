@@ -12,7 +12,7 @@ TEST_F(SetupLog, AFailingUnpackerEndsASilentRunAfterThreeAttemptsWithNothingLogg
 {
     setRecords({{10, "broken.dll"}});
     writeFile(std::string(g_setup.sourceFolder) + "_000000_", "this is no zip archive");
-    ASSERT_TRUE(ShowProgressStage(true, 1, 0, 0));
+    ASSERT_TRUE(ShowProgressStage(true, kStageInstallCopy, 0, 0));
     const DWORD start = GetTickCount();
     EXPECT_FALSE(CopyFiles());
     EXPECT_GE(GetTickCount() - start, 2000u);   // two retries, one second apart

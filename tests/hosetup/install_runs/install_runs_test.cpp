@@ -120,7 +120,7 @@ TEST_F(WholeRun, TheWelcomePageTellsOfAnUpdateOnlyOverAnInstallation)
         SCOPED_TRACE(installed);
         ASSERT_TRUE(!installed || install(dist) == 0);
         SetupChild run("\"" + dist + "hosetup.exe\"");
-        EXPECT_EQ(controlText(run.page(), IDC_MAIN_TEXT).find(eUniTexts[29]) != std::string::npos, installed);
+        EXPECT_EQ(controlText(run.page(), IDC_MAIN_TEXT).find(eUniTexts[kUniUpdateWelcomeInsert]) != std::string::npos, installed);
         pressEscape(run.page());
         ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
         EXPECT_EQ(run.exitCode(), 1u);
@@ -170,7 +170,7 @@ TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
             // The report names the archive as the unpacker got it.
             EXPECT_TRUE(std::regex_search(run.alertText(), std::regex(R"(HOUNZIP \([\s\S]*_000070_\.)")));
             ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
-            EXPECT_EQ(run.alertText(), eAlertErrorText[14]);
+            EXPECT_EQ(run.alertText(), eAlertErrorText[kAlertTextTransferFailedQuestion]);
             ASSERT_TRUE(button != IDC_ALERT_BUTTON1 || copyFileTo(work_ + "library.zip", member));
             ASSERT_TRUE(run.press(run.alert(), button));
             ASSERT_TRUE(exitCode != 0 || run.passPages(1));   // the finish page
@@ -214,7 +214,7 @@ TEST_F(WholeRun, ACancelInEachPacingLoopIsAskedAbout)
         for (const DWORD start = GetTickCount(); position() < first && GetTickCount() - start < kRunTimeout;)
             Sleep(5);
         clickButton(progress, IDCANCEL);
-        EXPECT_EQ(run.alertText(), eMessageText[2]);
+        EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelInstallQuestion]);
         EXPECT_TRUE(position() >= first && position() <= last) << position();
         ASSERT_TRUE(run.press(run.alert(), button));
     }
@@ -231,10 +231,10 @@ TEST_F(WholeRun, ACancelConfirmedWhileTheLinksAreMadeEndsTheRun)
     ASSERT_TRUE(run.passPages(2));
     HWND progress = run.progress();
     for (const DWORD start = GetTickCount();
-         controlText(progress, IDC_MAIN_TEXT) != eMessageText[26] && GetTickCount() - start < kRunTimeout;)
+         controlText(progress, IDC_MAIN_TEXT) != eMessageText[kMsgProgressCreatingShortcuts] && GetTickCount() - start < kRunTimeout;)
         Sleep(20);
     clickButton(progress, IDCANCEL);
-    EXPECT_EQ(run.alertText(), eMessageText[2]);
+    EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelInstallQuestion]);
     ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
     EXPECT_EQ(run.exitCode(), 2u);
     const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
@@ -266,7 +266,7 @@ TEST_F(WholeRun, ClosingTheMainWindowDuringTheCopyAsksToCancel)
         ASSERT_TRUE(main && (*options || run.progress()));
         PostMessageA(main, WM_CLOSE, 0, 0);
         if (button) {
-            EXPECT_EQ(run.alertText(), eMessageText[2]);
+            EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelInstallQuestion]);
             ASSERT_TRUE(run.press(run.alert(), button));
             ASSERT_TRUE(exitCode != 0 || run.passPages(1));   // the finish page
         }

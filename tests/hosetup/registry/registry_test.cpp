@@ -81,7 +81,7 @@ TEST(RegistryCleanup, KeepsWhatOthersOwn)
     }
     makeKey(HKEY_LOCAL_MACHINE, kEntryKey);
     makeKey(HKEY_LOCAL_MACHINE, kNeighbourEntry, "another program");
-    ASSERT_TRUE(ShowProgressStage(true, 6, 0, 0));
+    ASSERT_TRUE(ShowProgressStage(true, kStageRemoveSettings, 0, 0));
     EXPECT_TRUE(RemoveRegistryEntries());
     ShowProgressStage(false, 0, 0, 0);
     EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kEntryKey.c_str());   // the record goes last, apart

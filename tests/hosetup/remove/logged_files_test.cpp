@@ -13,7 +13,7 @@ protected:
     void SetUp() override
     {
         InstallFixture::SetUp();
-        ASSERT_TRUE(ShowProgressStage(true, 4, 0, 0));   // without a window every report says stop
+        ASSERT_TRUE(ShowProgressStage(true, kStageRemoveReadLog, 0, 0));   // without a window every report says stop
     }
 
     // Writes the log, each line ended by CR LF; "#" lines and paths name places below root_.

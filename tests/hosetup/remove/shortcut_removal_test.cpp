@@ -18,7 +18,7 @@ TEST_F(ShortcutRemoval, OnlyTheProductsAndEarlierReleasesNamesGo)
 {
     g_setup.headerBuffer = static_cast<SetupDataHeader*>(std::calloc(1, kSetupHeaderBlockSize));
     HOI_CopyA(g_setup.headerBuffer->productName, 128, "Vistrel Test");
-    ASSERT_TRUE(ShowProgressStage(true, 7, 0, 0));   // the report between desktop and menu goes on
+    ASSERT_TRUE(ShowProgressStage(true, kStageRemoveShortcuts, 0, 0));   // the report between desktop and menu goes on
     const std::string desktop = shellFolder(CSIDL_COMMON_DESKTOPDIRECTORY), menu = shellFolder(CSIDL_COMMON_PROGRAMS);
     const std::vector<std::string> gone = {desktop + "Vistrel Test.lnk", desktop + "Vistrel 2021.lnk",
                                            menu + "Vistrel Test\\Vistrel.lnk", menu + "Vistrel 2021\\Tour.lnk"};
@@ -50,7 +50,7 @@ TEST_F(ShortcutRemoval, InAUsersProgramsFolderOnlyTheProductsLinksGo)
     g_setup.shortcutRecords = static_cast<ShortcutRecord*>(std::calloc(2, sizeof(ShortcutRecord)));
     g_setup.shortcutCount = 1;
     HOI_CopyA(g_setup.shortcutRecords[0].name, 64, "Vistrel");
-    ASSERT_TRUE(ShowProgressStage(true, 7, 0, 0));
+    ASSERT_TRUE(ShowProgressStage(true, kStageRemoveShortcuts, 0, 0));
     const std::string profile = shellFolder(CSIDL_PROFILE), standard = shellFolder(CSIDL_PROGRAMS);
     const std::string own = root_ + "Menu\\", other = profile.substr(0, profile.rfind('\\', profile.size() - 2) + 1) + "Other\\";
     const std::string link = "Vistrel.lnk", earlier = "Vistrel 2021\\", group = "Vistrel Test\\";

@@ -58,7 +58,7 @@ TEST_F(WholeRun, RemovalWithAnUnreadableLogOrWithoutARecordedInstallationDeletes
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
     SetupChild run(command);
     ASSERT_TRUE(run.passPages(1));
-    EXPECT_EQ(run.alertText(), eMessageText[9]);
+    EXPECT_EQ(run.alertText(), eMessageText[kMsgNoInstallation]);
     ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
     EXPECT_EQ(run.exitCode(), 2u);
     for (const std::string& path : {folders_.install + "hovistrel.exe", folders_.desktop + "Vistrel Test.lnk", log})
@@ -81,10 +81,10 @@ TEST_F(WholeRun, InteractiveRemovalAndACancelInItsLastStage)
         if (cancel) {
             HWND progress = run.progress();
             for (const DWORD start = GetTickCount();
-                 controlText(progress, IDC_MAIN_TEXT) != eMessageText[25] && GetTickCount() - start < kStepTimeout;)
+                 controlText(progress, IDC_MAIN_TEXT) != eMessageText[kMsgProgressRemovingShortcuts] && GetTickCount() - start < kStepTimeout;)
                 Sleep(20);
             clickButton(progress, IDCANCEL);
-            EXPECT_EQ(run.alertText(), eMessageText[17]);
+            EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelRemoveQuestion]);
             ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
         }
         ASSERT_TRUE(cancel || run.passPages(1));

@@ -45,7 +45,7 @@ TEST_F(AlertTest, ButtonSetsGiveTheirCodesAndEscapeOnlyWhereThereIsAWayOut)
         EXPECT_EQ(answer, row.code ? row.code : row.buttons[0]);
         for (int i = 0; i < 3; ++i) {   // the captions of the codes, no button where the code is 0
             const int code = i == 0 && !row.buttons[0] ? kButtonCancel : row.buttons[i];
-            EXPECT_EQ(buttons[i].visible ? buttons[i].text : "", code ? eButtonText[code - 1] : "") << i;
+            EXPECT_EQ(buttons[i].visible ? buttons[i].text : "", code ? eButtonText[kButtonTextOk + code - kButtonOk] : "") << i;
         }
     }
 }

@@ -9,8 +9,8 @@ using PageTest = UiTest;
 
 TEST_F(PageTest, EscapeOnAWelcomePageAsksAndNoKeepsThePage)
 {
-    const struct { bool (*open)(HWND); int question; } rows[] = {{ShowInstallWelcomePage, 3},
-                                                                 {ShowRemoveWelcomePage, 15}};
+    const struct { bool (*open)(HWND); int question; } rows[] = {{ShowInstallWelcomePage, kMsgExitInstallQuestion},
+                                                                 {ShowRemoveWelcomePage, kMsgExitRemoveQuestion}};
     for (const auto& row : rows) {
         std::string question;
         bool stayed = false, result = true;
@@ -61,7 +61,7 @@ TEST_F(PageTest, ARunningProductStopsThePageAsItsKindSays)
     RegisterClassA(&productClass);
     HWND product = CreateWindowExA(0, kProductWindowClass, "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
     const struct { bool (*open)(HWND); int question; std::uint32_t exitCode; } rows[] = {
-        {ShowInstallWelcomePage, 30, kExitProductRunning}, {ShowRemoveStartPage, 31, 0}};
+        {ShowInstallWelcomePage, kMsgProductRunningInstall, kExitProductRunning}, {ShowRemoveStartPage, kMsgProductRunningRemove, 0}};
     for (const auto& row : rows) {
         std::string question;
         bool result = true;

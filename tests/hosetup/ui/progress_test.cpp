@@ -26,10 +26,10 @@ TEST_F(ProgressWindow, CancelIsAskedAtTheNextSetProgressAndADeclinedCancelGoesOn
     // A Yes stops every later report as well, without a question, until the progress window goes.
     enum Opening { kNoStage, kQueued, kPumpedBefore };
     const struct { std::uint32_t stage; bool escape; Opening opening; int button; bool goesOn; int question; } rows[] = {
-        {1, false, kNoStage, IDC_ALERT_BUTTON2, true, 2},
-        {5, true, kNoStage, IDC_ALERT_BUTTON1, false, 17},
-        {0, false, kQueued, IDC_ALERT_BUTTON1, false, 2},
-        {2, false, kPumpedBefore, IDC_ALERT_BUTTON1, false, 2}};
+        {kStageInstallCopy, false, kNoStage, IDC_ALERT_BUTTON2, true, kMsgCancelInstallQuestion},
+        {kStageRemoveFiles, true, kNoStage, IDC_ALERT_BUTTON1, false, kMsgCancelRemoveQuestion},
+        {kStageInstallPrepare, false, kQueued, IDC_ALERT_BUTTON1, false, kMsgCancelInstallQuestion},
+        {kStageInstallRegister, false, kPumpedBefore, IDC_ALERT_BUTTON1, false, kMsgCancelInstallQuestion}};
     auto pump = [] {
         for (int i = 0; i < 40; ++i, Sleep(10))
             pumpWindowMessages();
