@@ -27,7 +27,7 @@ bool copyWithRetry(const char* live, const char* backup)
 {
     for (int attempt = 1; !copyFilePumping(live, backup, false, false); ++attempt) {
         char message[kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eAlertErrorText[9], live);
+        HOI_PrintA(message, sizeof message, eAlertErrorText[kAlertTextBackupFailed], live);
         const int answer = askAfterFailedCopy(message, attempt);
         if (answer == kButtonCancel)
             return false;
@@ -71,7 +71,7 @@ bool BackupSettingsFiles()
         char backup[kPathCapacity];
         if (!composePath(live, sizeof live, file.common ? g_setup.commonDataFolder : g_setup.userDataFolder,
                          file.name) ||
-            !composePath(backup, sizeof backup, g_setup.backupFolder, eRelativePaths[file.common ? 7 : 10],
+            !composePath(backup, sizeof backup, g_setup.backupFolder, eRelativePaths[file.common ? kRelativeAllUsersBackup : kRelativeUserBackup],
                          file.name) ||
             !PathExists(live))
             continue;

@@ -86,8 +86,8 @@ bool CreateBackupDirectories()
     char allUsers[kPathCapacity];
     char user[kPathCapacity];
     // A folder that would be cut is left empty, which the folder step refuses with its alert.
-    composePath(allUsers, sizeof allUsers, g_setup.backupFolder, eRelativePaths[7]);
-    composePath(user, sizeof user, g_setup.backupFolder, eRelativePaths[10]);
+    composePath(allUsers, sizeof allUsers, g_setup.backupFolder, eRelativePaths[kRelativeAllUsersBackup]);
+    composePath(user, sizeof user, g_setup.backupFolder, eRelativePaths[kRelativeUserBackup]);
     const char* fixed[] = {allUsers, user};
     return createFolders("***** Vistrel %s installation: Creating backup directories, %s *****", fixed, 2,
                          [](int index, char* path) {

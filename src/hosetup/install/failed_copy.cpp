@@ -11,7 +11,6 @@ namespace {
 
 constexpr int kSilentAttempts = 3;
 constexpr DWORD kSilentRetryDelayMs = 1000;
-constexpr int kCannotWriteAlertKind = 5;   // file alert: Retry / Cancel
 
 int silentAnswer(int attempt)
 {
@@ -33,6 +32,6 @@ int askAfterFailedCopy(const char* message, int attempt)
 int askAfterFailedWrite(const char* path, int attempt)
 {
     if (!g_setup.optionSilent)
-        return ShowFileAlert(g_setup.mainWindow, path, kCannotWriteAlertKind);
+        return ShowFileAlert(g_setup.mainWindow, path, kFileAlertCannotWriteRetry);
     return silentAnswer(attempt);
 }

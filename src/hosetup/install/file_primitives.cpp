@@ -59,7 +59,7 @@ bool OpenForAppending(HANDLE* file, const char* path)
     *file = openForAppendChecked(path);
     if (!*file)
         return false;
-    return Seek(*file, 0, 2);
+    return Seek(*file, 0, FILE_END);
 }
 
 std::uint64_t GetSize(HANDLE file)

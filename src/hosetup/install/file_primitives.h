@@ -68,7 +68,7 @@ bool OpenForAppending(HANDLE* file, const char* path);
 std::uint64_t GetSize(HANDLE file);
 std::uint32_t ReadBytes(HANDLE file, void* buffer, std::uint32_t count);
 std::uint32_t WriteBytes(HANDLE file, const void* buffer, std::uint32_t count);
-bool Seek(HANDLE file, std::int64_t distance, int origin);   // origin 0 start, 1 current, 2 end
+bool Seek(HANDLE file, std::int64_t distance, int origin);   // FILE_BEGIN, FILE_CURRENT or FILE_END
 // One line that ended in a pair of line-end bytes; blank-led lines are skipped.
 bool ReadTextLine(HANDLE file, char* buffer, std::size_t capacity);
 bool WriteLogLine(HANDLE file, const char* text, std::size_t length);

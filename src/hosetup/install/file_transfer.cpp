@@ -28,7 +28,6 @@ constexpr int kUnpackerWaitFailed = 100;
 // reported with the code the unpacker gives such a member, without starting it.
 constexpr DWORD kUnpackerNoMember = 2;
 constexpr DWORD kUnpackerBadMember = 3;
-constexpr int kAlertCannotWrite = 9;   // file alert: writing to a file failed
 
 std::uint32_t kindOf(const FileRecord& record)
 {
@@ -109,7 +108,7 @@ bool transferWithRetry(const char* source, const char* target, bool storedPlain,
             return true;
         }
         // The failure itself was reported with the file's name; this asks what to do next.
-        const int answer = askAfterFailedCopy(eAlertErrorText[14], attempt);
+        const int answer = askAfterFailedCopy(eAlertErrorText[kAlertTextTransferFailedQuestion], attempt);
         if (answer == kButtonCancel)
             return false;
         if (answer == kButtonSkip)
@@ -164,8 +163,8 @@ void describeFile(HANDLE file, std::uint64_t size, char* text, FILETIME* written
     if (!lastWriteLocal(file, &local, written))
         return;
     char date[kTextCapacity];
-    FormatDatePattern(local, eUniTexts[19], date, sizeof date);
-    HOI_PrintA(text, kMessageCapacity, eUniTexts[18], static_cast<int>(static_cast<std::uint32_t>(size)), date);
+    FormatDatePattern(local, eUniTexts[kUniDatePattern], date, sizeof date);
+    HOI_PrintA(text, kMessageCapacity, eUniTexts[kUniFileDescription], static_cast<int>(static_cast<std::uint32_t>(size)), date);
 }
 
 // The unpacker's success counts only when the file meant is there, reached without a link: a
@@ -183,7 +182,7 @@ bool readArchiveAt(void* context, std::uint64_t offset, void* buffer, std::uint3
 {
     HANDLE archive = static_cast<HANDLE>(context);
     DWORD read = 0;
-    return Seek(archive, static_cast<std::int64_t>(offset), 0) && ReadFile(archive, buffer, count, &read, nullptr) &&
+    return Seek(archive, static_cast<std::int64_t>(offset), FILE_BEGIN) && ReadFile(archive, buffer, count, &read, nullptr) &&
            read == count;
 }
 
@@ -229,7 +228,7 @@ void FormatDatePattern(const SYSTEMTIME& time, const char* pattern, char* text, 
         case 'Y': HOI_PrintA(part, sizeof part, "%d", time.wYear); break;
         case 'y': HOI_PrintA(part, sizeof part, "%02d", time.wYear % 100); break;
         case 'o': HOI_PrintA(part, sizeof part, "%d", time.wMonth); break;
-        case 'O': HOI_CopyA(part, sizeof part, time.wMonth >= 1 && time.wMonth <= 12 ? eMonthNames[time.wMonth - 1] : ""); break;
+        case 'O': HOI_CopyA(part, sizeof part, time.wMonth >= 1 && time.wMonth <= 12 ? eMonthNames[kMonthJanuary + time.wMonth - 1] : ""); break;
         case 'd': HOI_PrintA(part, sizeof part, "%d", time.wDay); break;
         case 'h': HOI_PrintA(part, sizeof part, "%d", time.wHour); break;
         case 'm': HOI_PrintA(part, sizeof part, "%02d", time.wMinute); break;
@@ -243,8 +242,8 @@ void FormatDatePattern(const SYSTEMTIME& time, const char* pattern, char* text, 
 bool CompareFileTimes(const char* target, const char* source, char* targetText, char* sourceText,
                       std::uint64_t sourceSize)
 {
-    HOI_CopyA(targetText, kMessageCapacity, eUniTexts[20]);
-    HOI_CopyA(sourceText, kMessageCapacity, eUniTexts[20]);
+    HOI_CopyA(targetText, kMessageCapacity, eUniTexts[kUniNoFileInformation]);
+    HOI_CopyA(sourceText, kMessageCapacity, eUniTexts[kUniNoFileInformation]);
 
     HANDLE file;
     if (!OpenForReading(&file, target))
@@ -254,7 +253,7 @@ bool CompareFileTimes(const char* target, const char* source, char* targetText, 
     CloseFile(file);
 
     if (!OpenForReading(&file, source)) {
-        ShowFileAlert(g_setup.mainWindow, source, 0);
+        ShowFileAlert(g_setup.mainWindow, source, kFileAlertCannotOpen);
         return false;
     }
     FILETIME sourceTime = {};
@@ -292,7 +291,7 @@ bool CopyPlainFile(const char* source, const char* target)
         return true;
     DeleteFileAt(target);
     char message[2 * kMessageCapacity];
-    HOI_PrintA(message, sizeof message, eMessageText[18], source, target);
+    HOI_PrintA(message, sizeof message, eMessageText[kMsgCopyFailed], source, target);
     AlertError(g_setup.mainWindow, message);
     return false;
 }
@@ -337,7 +336,7 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
         if (!startUnpacker(commandLine, &startup, &process)) {
             CloseHandle(member);
             char message[kMessageCapacity];
-            HOI_PrintA(message, sizeof message, eAlertErrorText[13], archiveName);
+            HOI_PrintA(message, sizeof message, eAlertErrorText[kAlertTextUnpackerNotStarted], archiveName);
             AlertError(g_setup.mainWindow, message);
             return false;
         }
@@ -352,14 +351,14 @@ bool Unpack(const char* archive, const char* targetFile, const char* options)
 
     DeleteFileAt(targetFile);
     if (exitCode == 0) {
-        ShowFileAlert(g_setup.mainWindow, targetFile, kAlertCannotWrite);
+        ShowFileAlert(g_setup.mainWindow, targetFile, kFileAlertWriteFailed);
         return false;
     }
     char code[32];
     HOI_PrintA(code, sizeof code, "HOUNZIP (%d)", static_cast<int>(exitCode));
     char message[2 * kMessageCapacity];
-    HOI_PrintA(message, sizeof message, eAlertErrorText[12], code, archiveName);
-    HOI_JoinA(message, sizeof message, eAlertErrorText[17]);
+    HOI_PrintA(message, sizeof message, eAlertErrorText[kAlertTextUnpackerFailed], code, archiveName);
+    HOI_JoinA(message, sizeof message, eAlertErrorText[kAlertTextSupportNote]);
     AlertError(g_setup.mainWindow, message);
     return false;
 }
@@ -369,7 +368,7 @@ bool CopyFiles()
     g_setup.replaceAll = 0;
     countFilesToTransfer();
     if (g_setup.filesToTransfer <= 0) {
-        AlertNotice(g_setup.mainWindow, eMessageText[14]);
+        AlertNotice(g_setup.mainWindow, eMessageText[kMsgNoFilesToInstall]);
         return false;
     }
     if (!OpenLog())

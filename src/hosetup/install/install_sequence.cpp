@@ -25,12 +25,12 @@ bool earlierInstallationAllowsUpdate()
         return true;
     if (g_setup.laterVersionInstalled) {
         if (!g_setup.optionSilent)
-            AlertError(g_setup.mainWindow, eMessageText[19]);
+            AlertError(g_setup.mainWindow, eMessageText[kMsgNewerVersionInstalled]);
         return false;
     }
     if (HOI_CompareA(g_setup.previousCompileDate, kEarliestCompileDate) < 0) {
         if (!g_setup.optionSilent)
-            AlertError(g_setup.mainWindow, eMessageText[24]);
+            AlertError(g_setup.mainWindow, eMessageText[kMsgInstalledTooOld]);
         return false;
     }
     return true;
@@ -45,7 +45,7 @@ bool confirmInstallOverExisting()
     HOI_CopyA(program, sizeof program, g_setup.installFolder, kSetupProgramName);
     if (!PathExists(program))
         return true;
-    return AlertRetryCancelDefaultCancel(g_setup.mainWindow, eMessageText[32]) != kButtonCancel;
+    return AlertRetryCancelDefaultCancel(g_setup.mainWindow, eMessageText[kMsgProgramFilesFound]) != kButtonCancel;
 }
 
 void startProduct()
@@ -88,7 +88,7 @@ bool RunInstallation()
     if (!checkAllFreeSpace())
         return false;
 
-    ShowProgressStage(true, 0, 0, 0);
+    ShowProgressStage(true, kStageInstallPrepare, 0, 0);
     CloseLog(false);
     if (!SetProgress(10, 100))
         return false;
@@ -109,13 +109,13 @@ bool RunInstallation()
         return false;
     }
 
-    ShowProgressStage(true, 1, 0, 0);
+    ShowProgressStage(true, kStageInstallCopy, 0, 0);
     if (g_setup.updateInstall && !BackupFiles())
         return false;
     if (!CopyFiles())
         return false;
 
-    ShowProgressStage(true, 2, 0, 0);
+    ShowProgressStage(true, kStageInstallRegister, 0, 0);
     if (g_setup.updateInstall)
         RegisterUpdateInstallation();
     else
@@ -129,7 +129,7 @@ bool RunInstallation()
 
     // A cancel confirmed while the links are made ends the run there; the installation stays
     // registered and logged, so the removal can clear it.
-    ShowProgressStage(true, 3, 0, 0);
+    ShowProgressStage(true, kStageInstallShortcuts, 0, 0);
     if (g_setup.shortcutCount > 0 && !CreateShortcuts())
         return false;
 

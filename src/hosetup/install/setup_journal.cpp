@@ -36,7 +36,7 @@ bool TakeOverJournal()
     HANDLE journal = g_setup.journalFile;
     if (!journal || GetSize(journal) == 0)
         return true;
-    bool ok = Seek(journal, 0, 0);
+    bool ok = Seek(journal, 0, FILE_BEGIN);
     bool first = true;
     char line[kPathCapacity];
     while (ok && ReadTextLine(journal, line, sizeof line)) {
@@ -49,13 +49,13 @@ bool TakeOverJournal()
         ok = LogText(line);
     }
     // The lines stay in the journal until this run settles it; later lines go after them.
-    return ok && Seek(journal, 0, 2);
+    return ok && Seek(journal, 0, FILE_END);
 }
 
 void SettleJournal()
 {
     if (!g_setup.logFile || !g_setup.journalFile || !FlushFileBuffers(g_setup.logFile))
         return;
-    if (Seek(g_setup.journalFile, 0, 0) && SetEndOfFile(g_setup.journalFile))
+    if (Seek(g_setup.journalFile, 0, FILE_BEGIN) && SetEndOfFile(g_setup.journalFile))
         FlushFileBuffers(g_setup.journalFile);
 }

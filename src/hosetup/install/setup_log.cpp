@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr int kLogQuestionKind = 13;   // file alert: the log cannot be opened, go on without?
-constexpr int kFolderAlertKind = 6;    // file alert: a folder cannot be created
-
 // An update that finds the earlier log only in the installation folder carries it over, so the
 // removal later sees both runs' lines.
 void carryOverEarlierLog(const char* logPath)
@@ -50,7 +47,7 @@ bool openRecordFile(const char* name, HANDLE* file)
                 return false;
             continue;
         }
-        return ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kLogQuestionKind) !=
+        return ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kFileAlertLogNotCreated) !=
                kButtonCancel;
     }
 }
@@ -159,7 +156,7 @@ bool MakeFolderChain(const char* path, bool logIt)
     HOI_PathA(folder, sizeof folder);
     if (!IsFolderPath(path)) {
         char message[kMessageCapacity];
-        HOI_PrintA(message, sizeof message, eMessageText[5], folder);
+        HOI_PrintA(message, sizeof message, eMessageText[kMsgInvalidFolderPath], folder);
         AlertError(g_setup.mainWindow, message);
         return false;
     }
@@ -174,7 +171,7 @@ bool MakeFolderChain(const char* path, bool logIt)
     }
     if (made == ChainStep::Refused) {
         // A level is there but reached through a link: nothing may be made below it.
-        ShowFileAlert(g_setup.mainWindow, folder, kFolderAlertKind);
+        ShowFileAlert(g_setup.mainWindow, folder, kFileAlertFolderNotCreated);
         return false;
     }
     return made == ChainStep::Made;

@@ -137,12 +137,12 @@ void RemoveInstallationRecord()
     // the product key: a removal cut short between the two is started again from the
     // installation folder, which finds the installation by the product key.
     // The first request names the Uninstall key itself and is refused for its closing separator;
-    // the second names the product's own entry, written under eProfileTitle[2] alone.
+    // the second names the product's own entry, written under the uninstall key name alone.
     char uninstall[kKeyPathCapacity];
     char path[kKeyPathCapacity];
     HOI_PrintA(uninstall, sizeof uninstall, "%s\\", kUninstallKey);
     DeleteRegistryTree(HKEY_LOCAL_MACHINE, uninstall);
-    HOI_CopyA(path, sizeof path, uninstall, eProfileTitle[2], eProfileTitle[7]);
+    HOI_CopyA(path, sizeof path, uninstall, eProfileTitle[kProfileUninstallKey], eProfileTitle[kProfileUninstallSuffix]);
     DeleteRegistryTree(HKEY_LOCAL_MACHINE, path);
     DeleteRegistryTree(HKEY_LOCAL_MACHINE, g_setup.registryKey);
     deleteMakerKeyIfEmpty(HKEY_LOCAL_MACHINE);

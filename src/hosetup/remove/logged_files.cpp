@@ -18,7 +18,6 @@
 
 namespace {
 
-constexpr int kLogAlertKind = 12;
 // The counting pass moves the bar once for every ten counted lines and reaches the end of its
 // stage after this many lines.
 constexpr int kCountedLinesForFullBar = 500;
@@ -104,17 +103,17 @@ bool openRecord(const char* name, HANDLE* file)
     if (fits && OpenForReading(file, path))
         return true;
     *file = nullptr;
-    ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kLogAlertKind);
+    ShowFileAlert(g_setup.mainWindow, fits ? path : g_setup.commonDataFolder, kFileAlertLogUnreadable);
     return false;
 }
 
 bool rewind(HANDLE file, const char* name)
 {
-    if (!file || Seek(file, 0, 0))
+    if (!file || Seek(file, 0, FILE_BEGIN))
         return true;
     char path[kPathCapacity];
     composePath(path, sizeof path, g_setup.commonDataFolder, name);
-    ShowFileAlert(g_setup.mainWindow, path, kLogAlertKind);
+    ShowFileAlert(g_setup.mainWindow, path, kFileAlertLogUnreadable);
     return false;
 }
 
@@ -214,7 +213,7 @@ bool RemoveLoggedFiles()
 
     g_setup.bytesDonePacked = 0;
     g_setup.bytesTotalPacked = static_cast<std::uint64_t>(count.counted + count.folders);
-    ShowProgressStage(true, 5, 0, 0);
+    ShowProgressStage(true, kStageRemoveFiles, 0, 0);
 
     // File pass, in the log's order and then the journal's. A file an installation kept (after a
     // "Skipped file" marker) is the product's too and goes with the rest. The folder lines are

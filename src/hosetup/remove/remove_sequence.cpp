@@ -17,7 +17,6 @@
 
 namespace {
 
-constexpr int kNoInstallationMessage = 9;
 // The closing run of the bar: 51 reports 40 ms apart, about two seconds and a last chance to
 // cancel. It does no work.
 constexpr int kPacingStep = 2;
@@ -56,7 +55,7 @@ void removeLogAndDataFolders()
 void removeDocumentFolders()
 {
     char folder[kPathCapacity];
-    const int relatives[] = {2, 3, 1};   // libraries, drawings, settings
+    const int relatives[] = {kRelativeLibraries, kRelativeDrawings, kRelativeSettings};
     for (int relative : relatives) {
         if (composePath(folder, sizeof folder, g_setup.documentsFolder, eRelativePaths[relative]))
             RemoveFolder(folder);
@@ -111,7 +110,7 @@ bool installationRecorded()
     if (DetectEarlierInstallation())
         return true;
     if (!g_setup.optionSilent)
-        AlertNotice(g_setup.mainWindow, eMessageText[kNoInstallationMessage]);
+        AlertNotice(g_setup.mainWindow, eMessageText[kMsgNoInstallation]);
     return false;
 }
 
@@ -130,12 +129,12 @@ bool RunRemoval()
     if (!ShowRemoveStartPage(g_setup.mainWindow))
         return false;
 
-    ShowProgressStage(true, 4, 0, 0);
+    ShowProgressStage(true, kStageRemoveReadLog, 0, 0);
     if (!RemoveLoggedFiles())
         return false;
     CloseLog(false);
 
-    ShowProgressStage(true, 6, 0, 0);
+    ShowProgressStage(true, kStageRemoveSettings, 0, 0);
     if (!SetProgress(10, 100))
         return false;
     removeDocumentFolders();
@@ -143,7 +142,7 @@ bool RunRemoval()
     if (!SetProgress(100, 100))
         return false;
 
-    ShowProgressStage(true, 7, 0, 0);
+    ShowProgressStage(true, kStageRemoveShortcuts, 0, 0);
     RemoveShortcuts();
     if (!paceProgress(0, 100, kPacingStep, kPacingSleepMs))
         return false;
