@@ -71,18 +71,20 @@ bool MakeShellLink(struct IShellLinkA* link, struct IPersistFile* persist, const
                    int iconIndex, const char* linkFile, const char* workingFolder, const char* arguments,
                    int showCommand, const char* description);
 
-// install/setup_log.cpp
-void formatLogTime(char* buffer, std::size_t capacity);  // "YYYY-MM-DD hh:mm:ss", local time
-const char* logModeWord();                              // "update" or "standard"
-// folder + the log's file name; false (path empty) when it would not fit.
-bool SetupLogPath(const char* folder, char* path, std::size_t capacity);
-LogLineKind classifyLogLine(const char* line);
+// install/record_lines.cpp
 // text + CR LF in one write, flushed to the disk when durable; a write that fails leaves the file
 // as it was before (a short write is cut off again). False for the empty handle.
 bool writeWholeLine(HANDLE file, const char* text, bool durable);
 // writeWholeLine until it succeeds or the user (a silent run after its retries) gives up; the
 // alert names the common data folder + name. False when the run is to stop.
 bool writeRecordLine(HANDLE file, const char* name, const char* text, bool durable);
+
+// install/setup_log.cpp
+void formatLogTime(char* buffer, std::size_t capacity);  // "YYYY-MM-DD hh:mm:ss", local time
+const char* logModeWord();                              // "update" or "standard"
+// folder + the log's file name; false (path empty) when it would not fit.
+bool SetupLogPath(const char* folder, char* path, std::size_t capacity);
+LogLineKind classifyLogLine(const char* line);
 // CreateFolderChain with the alert of a path that is no folder path; with logIt each level is
 // journaled before it is made and logged as a "#" line after. False when the run is to stop.
 bool MakeFolderChain(const char* path, bool logIt);
@@ -98,14 +100,14 @@ bool LogBanner(const char* format);                     // format takes the mode
 bool LogTimedLine(const char* format);                  // format takes the time only
 // One "*****" line per per-user folder value the detection ignored (setupdata's note).
 bool LogIgnoredFolderValues();
+// Copies what an interrupted run left in the journal into the log, under a banner.
+bool TakeOverJournal();
 
 // install/setup_journal.cpp: what is about to be created, on the disk before it is.
 bool JournalPath(const char* folder, char* path, std::size_t capacity);
 // A file (or, as "#" + folder, a folder) about to be created; false when the run is to stop.
 bool JournalFile(const char* path);
 bool JournalFolder(const char* folder);
-// Copies what an interrupted run left in the journal into the log, under a banner.
-bool TakeOverJournal();
 // The product is registered and the log names all the journal holds: the log is made durable and
 // the journal emptied.
 void SettleJournal();

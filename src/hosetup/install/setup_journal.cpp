@@ -12,8 +12,6 @@
 #include "format/program_files.h"
 #include "strings/hoi_strings.h"
 
-#include <cstring>
-
 bool JournalPath(const char* folder, char* path, std::size_t capacity)
 {
     return composePath(path, capacity, folder, kSetupJournalName);
@@ -29,27 +27,6 @@ bool JournalFolder(const char* folder)
     char line[kMessageCapacity];
     HOI_PrintA(line, sizeof line, "#%s", folder);
     return JournalFile(line);
-}
-
-bool TakeOverJournal()
-{
-    HANDLE journal = g_setup.journalFile;
-    if (!journal || GetSize(journal) == 0)
-        return true;
-    bool ok = Seek(journal, 0, FILE_BEGIN);
-    bool first = true;
-    char line[kPathCapacity];
-    while (ok && ReadTextLine(journal, line, sizeof line)) {
-        // Banners are never journaled: a line that looks like one is not acted on anywhere.
-        if (classifyLogLine(line) == LogLineKind::Banner)
-            continue;
-        if (first && !LogBanner("***** Vistrel %s installation: Taking over an interrupted run, %s *****"))
-            return false;
-        first = false;
-        ok = LogText(line);
-    }
-    // The lines stay in the journal until this run settles it; later lines go after them.
-    return ok && Seek(journal, 0, FILE_END);
 }
 
 void SettleJournal()

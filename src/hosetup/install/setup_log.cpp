@@ -88,32 +88,6 @@ const char* logModeWord()
     return g_setup.updateInstall ? "update" : "standard";
 }
 
-bool writeWholeLine(HANDLE file, const char* text, bool durable)
-{
-    const LARGE_INTEGER here = {};
-    LARGE_INTEGER start = {};
-    if (!file || !SetFilePointerEx(file, here, &start, FILE_CURRENT))
-        return false;
-    if (WriteLogLine(file, text, std::strlen(text)) && (!durable || FlushFileBuffers(file)))
-        return true;
-    // A short write (a full volume) leaves part of the line: it is cut off again, so that what
-    // the file holds is whole lines only and the next attempt starts where this one did.
-    SetFilePointerEx(file, start, nullptr, FILE_BEGIN);
-    SetEndOfFile(file);
-    return false;
-}
-
-bool writeRecordLine(HANDLE file, const char* name, const char* text, bool durable)
-{
-    for (int attempt = 1; !writeWholeLine(file, text, durable); ++attempt) {
-        char path[kPathCapacity];
-        composePath(path, sizeof path, g_setup.commonDataFolder, name);
-        if (askAfterFailedWrite(path, attempt) == kButtonCancel)
-            return false;
-    }
-    return true;
-}
-
 bool LogText(const char* text)
 {
     return !g_setup.logFile || writeRecordLine(g_setup.logFile, kSetupLogName, text, false);
@@ -147,6 +121,27 @@ bool LogIgnoredFolderValues()
             return false;
     }
     return true;
+}
+
+bool TakeOverJournal()
+{
+    HANDLE journal = g_setup.journalFile;
+    if (!journal || GetSize(journal) == 0)
+        return true;
+    bool ok = Seek(journal, 0, FILE_BEGIN);
+    bool first = true;
+    char line[kPathCapacity];
+    while (ok && ReadTextLine(journal, line, sizeof line)) {
+        // Banners are never journaled: a line that looks like one is not acted on anywhere.
+        if (classifyLogLine(line) == LogLineKind::Banner)
+            continue;
+        if (first && !LogBanner("***** Vistrel %s installation: Taking over an interrupted run, %s *****"))
+            return false;
+        first = false;
+        ok = LogText(line);
+    }
+    // The lines stay in the journal until this run settles it; later lines go after them.
+    return ok && Seek(journal, 0, FILE_END);
 }
 
 bool MakeFolderChain(const char* path, bool logIt)

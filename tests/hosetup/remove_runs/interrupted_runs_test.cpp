@@ -37,38 +37,27 @@ protected:
         run.exitCode();
     }
 
-    // Every file and folder left below the maker's folders, the links and the product's registry
-    // keys, but what is scheduled for deletion at the next restart.
+    // What is left of the product: its folders, links and registry keys, but what the next restart
+    // deletes (the installation folder, its parent and the program's own files in it).
     std::vector<std::string> leftovers()
     {
         const std::vector<std::string> pending = pendingDeletions();
-        std::vector<std::string> left;
-        std::function<void(const std::string&)> walk = [&](const std::string& path) {
-            if (GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-                return;
-            std::string lower = path;
-            CharLowerA(&lower[0]);
-            if (std::find(pending.begin(), pending.end(), lower) == pending.end())
-                left.push_back(path);
-            WIN32_FIND_DATAA found;
-            HANDLE search = FindFirstFileA((path + "\\*").c_str(), &found);
-            for (bool more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileA(search, &found)) {
-                if (std::string(found.cFileName) != "." && std::string(found.cFileName) != "..")
-                    walk(path + "\\" + found.cFileName);
-            }
-            if (search != INVALID_HANDLE_VALUE)
-                FindClose(search);
-        };
+        std::vector<std::string> left, candidates = {folders_.programs + "Vistrel Test", folders_.desktop + "Vistrel Test.lnk"};
         for (const std::string& folder : {folders_.install, folders_.commonData, folders_.documents})
-            walk(folder.substr(0, folder.rfind('\\', folder.size() - 2)));
-        walk(folders_.programs + "Vistrel Test");
-        walk(folders_.desktop + "Vistrel Test.lnk");
+            candidates.push_back(folder.substr(0, folder.rfind('\\', folder.size() - 2)));
+        WIN32_FIND_DATAA found;
+        HANDLE search = FindFirstFileA((folders_.install + "*").c_str(), &found);
+        for (bool more = search != INVALID_HANDLE_VALUE; more; more = FindNextFileA(search, &found))
+            candidates.push_back(folders_.install + found.cFileName);
+        FindClose(search);
+        for (std::string path : candidates) {
+            const bool dots = path.back() == '.';
+            if (!dots && fileExists(path) && std::find(pending.begin(), pending.end(), CharLowerA(&path[0])) == pending.end())
+                left.push_back(path);
+        }
         for (const char* key : {kProductKey, kUninstall, kAppPath, "Software\\Classes\\.HOD", "Software\\Harwick-Orbel"}) {
-            HKEY open = nullptr;
-            if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, key, 0, KEY_READ, &open) == ERROR_SUCCESS) {
+            if (regKeyExists(HKEY_LOCAL_MACHINE, key))
                 left.push_back(key);
-                RegCloseKey(open);
-            }
         }
         return left;
     }
@@ -78,9 +67,9 @@ protected:
     void finishRemoval()
     {
         const std::string program = "\"" + folders_.install + "hosetup.exe\" -x -S";
-        if (regString(HKEY_LOCAL_MACHINE, kUninstall, "UninstallString") != "")
+        if (regKeyExists(HKEY_LOCAL_MACHINE, kUninstall))
             EXPECT_EQ(runProcess(uninstallCommand() + " -S", kRunTimeout), 0u);
-        else if (regString(HKEY_LOCAL_MACHINE, kProductKey, "PathLocal") != "")
+        else if (regKeyExists(HKEY_LOCAL_MACHINE, kProductKey))
             EXPECT_EQ(runProcess(program, kRunTimeout), 0u);
     }
 
