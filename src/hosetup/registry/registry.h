@@ -45,6 +45,11 @@ LONG DeleteRegistryTree(HKEY root, const char* path);
 // Deletes what the installation and the product wrote but the record of the installation, in
 // paced portions; false when the user confirmed a cancellation at one of the progress reports.
 bool RemoveRegistryEntries();
+// A removal about to delete the log and what else it needs to be started again marks the product
+// key first; a removal started again after it was cut short there finds the mark, and a missing
+// log is then no loss.
+void MarkRemovalFinishing();
+bool RemovalWasFinishing();
 // Deletes the uninstall entry, then the product key that records the installation, and the
 // maker's key when that leaves it empty: the last the removal does in the registry.
 void RemoveInstallationRecord();

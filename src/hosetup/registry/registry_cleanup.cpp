@@ -30,6 +30,9 @@ constexpr DWORD kSubkeyNameCapacity = 499;
 constexpr DWORD kMakerSubkeyNameCapacity = 759;
 constexpr DWORD kMakerSubkeyProbes = 10;
 constexpr DWORD kPaceSleepMs = 250;
+// In the product key while a removal deletes what it needs to be started again: the log missing
+// then is one this removal deleted, not one that was lost.
+constexpr char kRemovalFinishingValue[] = "RemovalFinishing";
 
 bool endsInSeparator(const char* path)
 {
@@ -129,6 +132,24 @@ bool RemoveRegistryEntries()
         return false;
     deleteMakerKeyIfEmpty(HKEY_CURRENT_USER);
     return pace(60);
+}
+
+void MarkRemovalFinishing()
+{
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, g_setup.registryKey, 0, KEY_SET_VALUE, &key) != ERROR_SUCCESS)
+        return;
+    SetRegistryNumber(key, kRemovalFinishingValue, 1);
+    RegCloseKey(key);
+}
+
+bool RemovalWasFinishing()
+{
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    return RegGetValueA(HKEY_LOCAL_MACHINE, g_setup.registryKey, kRemovalFinishingValue, RRF_RT_REG_DWORD, nullptr,
+                        &value, &size) == ERROR_SUCCESS &&
+           value == 1;
 }
 
 void RemoveInstallationRecord()

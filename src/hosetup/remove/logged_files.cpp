@@ -7,6 +7,7 @@
 #include "format/data_format.h"
 #include "format/program_files.h"
 #include "core/core.h"
+#include "registry/registry.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 
@@ -90,15 +91,16 @@ struct RecordFiles {
     const char* name[2];
 };
 
-// Opens the log or the journal in the common data folder for reading. One that is not there reads
-// as empty: a removal that was cut short after deleting it is finished by a second one. False
-// after the alert for one that is there but cannot be read.
-bool openRecord(const char* name, HANDLE* file)
+// Opens the log or the journal in the common data folder for reading. A journal that is not there
+// reads as empty, and so does a log that a removal cut short had deleted already (it marked the
+// product key before): a second removal finishes what it left. False after the alert for a log
+// that is lost, and for either file when it is there but cannot be read.
+bool openRecord(const char* name, bool mayBeGone, HANDLE* file)
 {
     *file = nullptr;
     char path[kPathCapacity];
     const bool fits = composePath(path, sizeof path, g_setup.commonDataFolder, name);
-    if (fits && !PathExists(path))
+    if (fits && mayBeGone && !PathExists(path))
         return true;
     if (fits && OpenForReading(file, path))
         return true;
@@ -195,7 +197,8 @@ bool RemoveLoggedFiles()
 {
     CloseLog(false);
     RecordFiles records = {{nullptr, nullptr}, {kSetupLogName, kSetupJournalName}};
-    if (!openRecord(kSetupLogName, &g_setup.logFile) || !openRecord(kSetupJournalName, &g_setup.journalFile))
+    if (!openRecord(kSetupLogName, RemovalWasFinishing(), &g_setup.logFile) ||
+        !openRecord(kSetupJournalName, true, &g_setup.journalFile))
         return false;
     records.file[0] = g_setup.logFile;
     records.file[1] = g_setup.journalFile;

@@ -96,6 +96,7 @@ void scheduleRestartDeletions()
 // as the installation is recorded; once it is not, only what the restart deletes is left.
 void finishRemoval()
 {
+    MarkRemovalFinishing();
     CloseLog(false);
     removeLogAndDataFolders();
     scheduleRestartDeletions();

@@ -45,15 +45,18 @@ TEST_F(WholeRun, SilentRemovalTakesWhatTheLogNamesAndKeepsTheUsersDrawing)
         EXPECT_FALSE(fileExists(link)) << link;
 }
 
-// With a log that cannot be read, or without a recorded installation (silent, or told in an interactive
-// run), the removal stops (2) before anything is deleted; a silent one waits for nobody.
-TEST_F(WholeRun, RemovalWithAnUnreadableLogOrWithoutARecordedInstallationDeletesNothing)
+// Without its log or with one it cannot read, or without a recorded installation (silent, or told in
+// an interactive run), the removal stops (2) before anything is deleted; a silent one waits for nobody.
+TEST_F(WholeRun, RemovalWithoutAReadableLogOrARecordedInstallationDeletesNothing)
 {
     ASSERT_EQ(install(build(samplePackage())), 0u);
     const std::string command = uninstallCommand(), log = folders_.commonData + "hosetup.log";
     HANDLE held = CreateFileA(log.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
     CloseHandle(held);
+    ASSERT_TRUE(MoveFileA(log.c_str(), (log + ".aside").c_str()));
+    EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
+    ASSERT_TRUE(MoveFileA((log + ".aside").c_str(), log.c_str()));
     deleteRegTree(HKEY_LOCAL_MACHINE, kProductKey);
     EXPECT_EQ(runProcess(command + " -S", kRunTimeout), 2u);
     SetupChild run(command);
