@@ -65,7 +65,7 @@ inline Package samplePackage(const std::string& compileDate = "2022-11-29")
         {"drawings/hovistrel.hod", 200, "", "", "LINE 0 0 10 10"}, {"help/hovistrel.chm", 210, "", "", "help"},
         {"data/allusers.dat", 30, "", "", "common"}, {"", 63, "", "hovistrel.ini", ""},
     };
-    package.shortcuts = {{"hovistrel.exe", "Vistrel"}};
+    package.shortcuts = {{"hovistrel.exe", "Vistrel", ""}};
     return package;
 }
 

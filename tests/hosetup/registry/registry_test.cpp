@@ -1,15 +1,12 @@
 // The registry helpers whole runs cannot reach: the recursive key deletion's refusals, the
 // removal's clean-up next to other products and programs, and the decimal text helpers.
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstring>
 #include <string>
 
 #include "registry_checks.h"
 #include "registry/registry.h"
-#include "shell/shell.h"
-#include "strings/hoi_strings.h"
+#include "setup_fixture.h"
 #include "ui/ui.h"
 
 namespace {
@@ -66,14 +63,12 @@ TEST(RegistryTree, RefusalsAndWholeTrees)
 
 // The maker's key stays while another product of the maker lives in it, and another program's
 // uninstall entry stays beside the product's own, which goes.
-TEST(RegistryCleanup, KeepsWhatOthersOwn)
+using RegistryCleanup = SetupFixture;
+
+TEST_F(RegistryCleanup, KeepsWhatOthersOwn)
 {
     clean();
-    clearSetupState();
     HOI_CopyA(g_setup.registryKey, kRegistryKeyCapacity, kProductKey);
-    g_setup.languageModule = GetModuleHandleA("holang.dll");
-    g_setup.scale = 1.0;
-    g_setup.optionSilent = 1;
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
         makeKey(root, std::string(kProductKey) + "\\Display\\Colours");
         makeKey(root, "Software\\Harwick-Orbel\\Products\\Vistrel");

@@ -138,7 +138,7 @@ TEST_F(DataFileFuzz, MutatedFilesAreReadExactlyOrRefused)
 {
     HHOOK hook = SetWindowsHookExA(WH_CBT, refuseDialogs, nullptr, GetCurrentThreadId());
     const std::vector<Bytes> seedFiles = seeds();
-    const std::string path = scratch_ + "_000000_";
+    const std::string path = root_ + "_000000_";
     int accepted = 0;
     for (std::size_t i = 0; i < kCases; ++i) {
         SCOPED_TRACE("case " + std::to_string(i));

@@ -109,12 +109,12 @@ TEST_F(Detection, RecordedStates)
         EXPECT_EQ(g_setup.userDataFolder, shellFolder(row.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA) + kWord);
         EXPECT_EQ(g_setup.documentsFolder, documents);
         // The installation's log names each ignored value in a line the removal skips.
-        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, scratch_.c_str());
-        DeleteFileA((scratch_ + "hosetup.log").c_str());
+        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str());
+        DeleteFileA((root_ + "hosetup.log").c_str());
         ASSERT_TRUE(OpenLog());
         CloseLog(true);
         std::vector<std::string> ignored;
-        const std::string log = readFile(scratch_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
+        const std::string log = readFile(root_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
         for (std::size_t at = log.find(mark); at != std::string::npos; at = log.find(mark, at + 1))
             ignored.push_back(log.substr(at + mark.size(), log.find(" *****\r\n", at) - at - mark.size()));
         EXPECT_EQ(ignored, std::vector<std::string>(row.ignored.begin(), row.ignored.end()));

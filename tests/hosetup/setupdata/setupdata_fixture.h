@@ -1,25 +1,16 @@
-// Shared set-up of the setup-description tests: a cleared, silent setup state with the product's
-// registry key and folder word, released after each test, and a scratch folder of its own.
+// Shared set-up of the setup-description tests: the common fixture with the product's registry
+// key and folder word.
 #pragma once
 
-#include "process.h"
+#include "setup_fixture.h"
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
-#include "strings/hoi_strings.h"
 
-#include <gtest/gtest.h>
-
-class SetupStateTest : public ::testing::Test {
+class SetupStateTest : public SetupFixture {
 protected:
     void SetUp() override
     {
-        clearSetupState();
+        SetupFixture::SetUp();
         HOI_CopyA(g_setup.registryKey, kRegistryKeyCapacity, "Software\\Harwick-Orbel\\Vistrel Professional");
         HOI_CopyA(g_setup.productFolderWord, kPathCapacity, "Harwick-Orbel\\Vistrel (64-bit)\\");
-        g_setup.optionSilent = 1;
-        scratch_ = makeTempFolder("setupdata");
     }
-    void TearDown() override { exitSetup(); removeTree(scratch_); }
-
-    std::string scratch_;
 };

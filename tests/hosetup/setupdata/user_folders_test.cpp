@@ -22,7 +22,7 @@ TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
     HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, (programData + kWord).c_str());
     // A link the user made in a folder of theirs to a folder the rule refuses: an empty one of this
     // test, since whatever deletes the scratch folder follows the link under Wine.
-    const std::string target = programData + "HarwickOrbelLinkTarget", link = scratch_ + "link";
+    const std::string target = programData + "HarwickOrbelLinkTarget", link = root_ + "link";
     ASSERT_TRUE(CreateDirectoryA(target.c_str(), nullptr));
     ASSERT_TRUE(makeHostLink(link, target));
     char upper[MAX_PATH];
