@@ -82,7 +82,7 @@ std::pair<Member<C>, Member<C>> withSources(std::index_sequence<I...>)
     const std::string n = std::to_string(sizeof...(I));
     const std::basic_string<C> text = {letters[I][0]...};
     return {{"Copy " + n, [](C* b, Size c) { copy(b, c, static_cast<const C*>(letters[I])...); }, text},
-            {"Join " + n, [](C* b, Size c) { join(b, c, static_cast<const C*>(letters[I])...); }, text, S<C>("\0")}};
+            {"Join " + n, [](C* b, Size c) { join(b, c, static_cast<const C*>(letters[I])...); }, text, std::basic_string<C>(1, 0)}};
 }
 
 template <typename C, std::size_t... N>
