@@ -9,7 +9,10 @@
 #include <clocale>
 #include <cstdio>
 #include <functional>
+#include <set>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "strings/hoi_strings.h"
@@ -128,3 +131,166 @@ TEST(Bounded, NoBestFitThroughCodePage1252)
     ASSERT_TRUE(HOI_ConvertUTF16ToAnsi(L"\u0141\u00e9\u03a9", narrow, 8));
     EXPECT_STREQ("?\xE9?", narrow);
 }
+
+// Every member of the exported string family that takes a capacity, at three capacities: the
+// text exactly fits, one element short, and 0. Guard elements behind the capacity must stay as
+// they were, so a terminator written one past the end, or anything written at capacity 0, shows.
+// Each member is named by its exported symbol, decorated from its argument list as the Microsoft
+// compiler does; the export test checks hosetup.exe against these names.
+namespace {
+
+using Size = unsigned long long;
+constexpr Size kElements = 24;
+
+// text: the whole result when it fits; start: the buffer's first elements before the call;
+// extra: room the member wants beyond text and terminator.
+template <typename C>
+struct Member { std::string name; std::function<void(C*, Size)> call; std::basic_string<C> text, start; Size extra = 0; };
+
+template <typename C>
+std::basic_string<C> S(const char* text) { return std::basic_string<C>(text, text + std::char_traits<char>::length(text)); }
+
+// ?HOI_<stem><A|W>@@YA<result><destination>_K<rest>@Z; a text argument after the first is "2",
+// a back-reference to the third type of two or more letters.
+template <typename C>
+std::string symbol(const char* stem, const char* result, const std::string& rest)
+{
+    const bool narrow = sizeof(C) == 1;
+    return std::string("?HOI_") + stem + (narrow ? "A@@YA" : "W@@YA") + result + (narrow ? "PEAD_K" : "PEA_W_K") + rest + "@Z";
+}
+template <typename C> const std::string kText = sizeof(C) == 1 ? "PEBD" : "PEB_W";
+template <typename C> const std::string kChar = sizeof(C) == 1 ? "D" : "_W";
+
+// The narrow or wide member under one name, so that one template serves both widths.
+#define BOTH(name, narrow, wide) \
+    template <typename C, typename... A> void name(C* b, Size n, A... a) \
+    { if constexpr (sizeof(C) == 1) narrow(b, n, a...); else wide(b, n, a...); }
+BOTH(copy, HOI_CopyA, HOI_CopyW)
+BOTH(join, HOI_JoinA, HOI_JoinW)
+BOTH(print, HOI_PrintA, HOI_PrintW)
+BOTH(copyPart, HOI_CopyPartA, HOI_CopyPartW)
+BOTH(joinPart, HOI_JoinPartA, HOI_JoinPartW)
+BOTH(path, HOI_PathA, HOI_PathW)
+BOTH(terminate, HOI_TerminateA, HOI_TerminateW)
+
+// One value of a Print argument list, its format and its code in the symbol: each prints one element.
+template <typename C, typename T> T value()
+{
+    static const C text[] = {'s', 0};
+    if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double>) return 7;
+    else if constexpr (std::is_same_v<T, char>) return 'c';
+    else return text;
+}
+template <typename T> const char* formatOf()
+{
+    return std::is_same_v<T, int> ? "%d" : std::is_same_v<T, double> ? "%.0f" : std::is_same_v<T, char> ? "%c" : "%s";
+}
+template <typename T> char codeOf() { return std::is_same_v<T, int> ? 'H' : std::is_same_v<T, double> ? 'N' : std::is_same_v<T, char> ? 'D' : '2'; }
+
+template <std::size_t, typename T> using Same = T;
+
+template <typename C, typename... A>
+Member<C> printOf()
+{
+    const std::basic_string<C> format = S<C>((std::string() + ... + formatOf<A>()).c_str()),
+                               text = {C(formatOf<A>()[1] == 's' || formatOf<A>()[1] == 'c' ? formatOf<A>()[1] : '7')...};
+    return {symbol<C>("Print", "_K", kText<C> + std::string{codeOf<A>()...}),
+            [format](C* b, Size n) { print(b, n, format.c_str(), value<C, A>()...); }, text, {}};
+}
+
+template <typename C, typename T, std::size_t... I>
+Member<C> repeated(std::index_sequence<I...>) { return printOf<C, Same<I, T>...>(); }
+
+template <typename C, typename T, std::size_t... N>
+void addRepeats(std::vector<Member<C>>& members, std::index_sequence<N...>)
+{
+    (members.push_back(repeated<C, T>(std::make_index_sequence<N + 1>())), ...);
+}
+
+// Copy and Join with 1 to 7 sources of one letter each.
+template <typename C, std::size_t... I>
+std::pair<Member<C>, Member<C>> withSources(std::index_sequence<I...>)
+{
+    static const C letters[7][2] = {{'a'}, {'b'}, {'c'}, {'d'}, {'e'}, {'f'}, {'g'}};
+    const std::string rest = kText<C> + std::string(sizeof...(I) - 1, '2');
+    const std::basic_string<C> text = {letters[I][0]...};
+    return {{symbol<C>("Copy", "X", rest), [](C* b, Size c) { copy(b, c, static_cast<const C*>(letters[I])...); }, text, {}},
+            {symbol<C>("Join", "_N", rest), [](C* b, Size c) { join(b, c, static_cast<const C*>(letters[I])...); }, text,
+             std::basic_string<C>(1, 0)}};
+}
+
+template <typename C, std::size_t... N>
+void addSources(std::vector<Member<C>>& members, std::index_sequence<N...>)
+{
+    (members.push_back(withSources<C>(std::make_index_sequence<N + 1>()).first), ...);
+    (members.push_back(withSources<C>(std::make_index_sequence<N + 1>()).second), ...);
+}
+
+// The members of one width that take a capacity.
+template <typename C>
+std::vector<Member<C>> members()
+{
+    using Text = const C*;
+    const std::basic_string<C> empty(1, 0);
+    std::vector<Member<C>> members = {
+        {symbol<C>("Copy", "X", kChar<C>), [](C* b, Size n) { copy(b, n, C('x')); }, S<C>("x"), {}},
+        {symbol<C>("Join", "_N", kChar<C>), [](C* b, Size n) { join(b, n, C('x')); }, S<C>("x"), empty},
+        {symbol<C>("CopyPart", "X", kText<C> + "1"), [](C* b, Size n) { copyPart(b, n, value<C, Text>(), 1); }, S<C>("s"), {}},
+        {symbol<C>("JoinPart", "_N", kText<C> + "1"), [](C* b, Size n) { joinPart(b, n, value<C, Text>(), 1); }, S<C>("s"), empty},
+        {symbol<C>("Path", "X", ""), [](C* b, Size n) { path(b, n); }, S<C>("a\\"), std::basic_string<C>({'a', 0})},
+        {symbol<C>("Terminate", "X", ""), [](C* b, Size n) { terminate(b, n); }, S<C>("ab"), S<C>("ab")},
+        printOf<C, double, Text>(), printOf<C, double, double, Text>(), printOf<C, Text, int>(),
+        printOf<C, Text, Text, int>(), printOf<C, Text, Text, int, int>(), printOf<C, Text, Text, Text, int>(),
+        printOf<C, Text, int, int>(), printOf<C, Text, int, int, Text>(), printOf<C, Text, int, int, int>(),
+        printOf<C, Text, int, Text>(), printOf<C, Text, int, Text, Text>(), printOf<C, int, Text>(),
+        printOf<C, int, Text, Text>(), printOf<C, int, Text, Text, Text>(), printOf<C, int, int, Text>(),
+        printOf<C, int, int, int, Text>(), printOf<C, int, double>(), printOf<C, int, int, double>(),
+    };
+    addSources<C>(members, std::make_index_sequence<7>());
+    addRepeats<C, Text>(members, std::make_index_sequence<10>());
+    addRepeats<C, int>(members, std::make_index_sequence<10>());
+    addRepeats<C, double>(members, std::make_index_sequence<10>());
+    if constexpr (sizeof(C) == 1) {
+        members.insert(members.end(), {
+            {symbol<C>("MakePath", "X", "PEBD222"), [](C* b, Size n) { HOI_MakePathA(b, n, "C", "d", "n", "e"); }, "C:d\\n.e", ""},
+            {"?HOI_ConvertUTF16ToAnsi@@YA_NPEB_WPEAD_K@Z", [](C* b, Size n) { HOI_ConvertUTF16ToAnsi(L"abc", b, n); }, "abc", "", 1},
+            printOf<C, char>(), printOf<C, char, char>(), printOf<C, char, Text>(), printOf<C, char, Text, Text>(),
+            printOf<C, char, char, Text>()});
+    } else {
+        members.push_back({"?HOI_ConvertAnsiToUTF16@@YA_NPEBDPEA_W_K@Z",
+                           [](C* b, Size n) { HOI_ConvertAnsiToUTF16("abc", b, n); }, L"abc", L"", 1});
+    }
+    return members;
+}
+
+template <typename C>
+void checkMembers()
+{
+    for (const Member<C>& member : members<C>()) {
+        const Size fit = member.text.size() + 1 + member.extra;
+        for (Size capacity : {fit, fit - 1, Size(0)}) {
+            SCOPED_TRACE(member.name + ", capacity " + std::to_string(capacity));
+            const std::basic_string<C> before = member.start + std::basic_string<C>(kElements - member.start.size(), '#');
+            std::basic_string<C> buffer = before;
+            member.call(&buffer[0], capacity);
+            EXPECT_TRUE(capacity != fit || member.text + C(0) == buffer.substr(0, member.text.size() + 1)) << "not the text";
+            EXPECT_EQ(before.substr(capacity), buffer.substr(capacity)) << "written past the capacity";
+        }
+    }
+}
+
+} // namespace
+
+// The exported names of the members above (the export test adds those without a capacity).
+std::set<std::string> capacityMemberSymbols()
+{
+    std::set<std::string> names;
+    for (const auto& member : members<char>())
+        names.insert(member.name);
+    for (const auto& member : members<wchar_t>())
+        names.insert(member.name);
+    return names;
+}
+
+TEST(Family, NarrowMembersStayInsideTheirCapacity) { checkMembers<char>(); }
+TEST(Family, WideMembersStayInsideTheirCapacity) { checkMembers<wchar_t>(); }
