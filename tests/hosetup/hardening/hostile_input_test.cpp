@@ -31,6 +31,21 @@ protected:
         HOI_CopyA(g_setup.installFolder, kPathCapacity, root_.c_str(), "Program\\");
         HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str(), "Data\\");
     }
+    // Reads a data file of the header (magic and date set here), files copies of file and links of link.
+    bool readDataFile(SetupDataHeader header, std::int32_t files, const FileRecord& file, std::int32_t links,
+                      const ShortcutRecord& link)
+    {
+        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
+        std::memcpy(header.compileDate, "2022-11-29", 10);
+        header.fileCount = files;
+        header.shortcutCount = links;
+        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+        for (std::int32_t i = 0; i < files + links; ++i)
+            bytes.append(i < files ? reinterpret_cast<const char*>(&file) : reinterpret_cast<const char*>(&link),
+                         i < files ? sizeof file : sizeof link);
+        writeFile(root_ + "_000000_", bytes);
+        return readSetupDataFile((root_ + "_000000_").c_str());
+    }
 };
 
 // One text of a data file that would lead the file or link steps out of the product's folders.
@@ -68,11 +83,7 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
     for (const HostileText& c : cases) {
         SCOPED_TRACE(c.what);
         SetupDataHeader header = {};
-        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
-        std::memcpy(header.compileDate, "2022-11-29", 10);
         std::strcpy(header.productName, "Vistrel 2022");
-        header.fileCount = 1;
-        header.shortcutCount = 1;
         FileRecord file = {};
         std::strcpy(file.fileName, "hovistrel.exe");
         std::strcpy(file.subFolder, "Bin");
@@ -83,12 +94,7 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
             std::memset(field, 0, 64);
             std::memcpy(field, c.text, std::strlen(c.text));
         }
-        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-        bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
-        bytes.append(reinterpret_cast<const char*>(&link), sizeof link);
-        const std::string path = root_ + "_000000_";
-        writeFile(path, bytes);
-        EXPECT_EQ(readSetupDataFile(path.c_str()), c.field == nullptr);
+        EXPECT_EQ(readDataFile(header, 1, file, 1, link), c.field == nullptr);
         EXPECT_EQ(g_setup.fileCount, c.field ? 0 : 1);
         EXPECT_EQ(g_setup.shortcutCount, c.field ? 0 : 1);
     }
@@ -215,18 +221,10 @@ TEST_F(Hostile, DataFileWithMoreRecordsThanMemberNamesIsRefused)
     for (const std::int32_t count : {100000, 100001}) {
         SCOPED_TRACE(count);
         SetupDataHeader header = {};
-        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
-        std::memcpy(header.compileDate, "2022-11-29", 10);
         std::strcpy(header.productName, "Vistrel 2022");
-        header.fileCount = count;
         FileRecord file = {};
         std::strcpy(file.fileName, "a.dat");
-        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-        for (std::int32_t i = 0; i < count; ++i)
-            bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
-        const std::string path = root_ + "_000000_";
-        writeFile(path, bytes);
-        EXPECT_EQ(readSetupDataFile(path.c_str()), count <= 100000);
+        EXPECT_EQ(readDataFile(header, count, file, 0, ShortcutRecord{}), count <= 100000);
         releaseDataRecords();
     }
 }

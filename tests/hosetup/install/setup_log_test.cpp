@@ -18,16 +18,10 @@ TEST_F(SetupLog, AFailingUnpackerEndsASilentRunAfterThreeAttemptsWithNothingLogg
     EXPECT_FALSE(PathExists(target.c_str()));
     CloseLog(true);
     EXPECT_EQ(readFile(logPath()).find(target), std::string::npos);
-}
-
-// Nobody answers a silent run: the same file is tried again twice, and the third failure cancels.
-TEST_F(SetupLog, ASilentRunRetriesTwiceThenCancels)
-{
+    // Nobody answers a silent run: the same file is tried again twice, and the third failure cancels.
     const struct { int attempt, answer; } rows[] = {{1, kButtonRetryFile}, {2, kButtonRetryFile}, {3, kButtonCancel}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE("attempt " + std::to_string(row.attempt));
-        EXPECT_EQ(askAfterFailedCopy("failed", row.attempt), row.answer);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(askAfterFailedCopy("failed", row.attempt), row.answer) << "attempt " << row.attempt;
 }
 
 TEST_F(SetupLog, MakeFolderChainLogsExactlyTheLevelsItMade)

@@ -56,25 +56,20 @@ void checkRows(const std::vector<Row<C>>& rows)
 TEST(Bounded, NarrowBoundaries)
 {
     checkRows<char>({
-        {"Copy, capacity 1", "", V(HOI_CopyA(b, 1, "abc")), B("\0#######"), kNone},
         {"Copy, null/empty skipped", "", V(HOI_CopyA(b, 8, nullptr, "a", "", "b", nullptr, "c", "d")),
             B("abcd\0###"), kNone},
         {"Copy, rest ignored", "", V(HOI_CopyA(b, 6, "abc", "de", "fgh", "i", "j", "k")), B("abcde\0##"), kNone},
-        {"Copy char, capacity 1", "", V(HOI_CopyA(b, 1, 'x')), B("\0#######"), kNone},
         {"CopyPart, count limits", "", V(HOI_CopyPartA(b, 8, "abcdef", 3)), B("abc\0####"), kNone},
         {"CopyPart, null source, count 0", "", V(HOI_CopyPartA(b, 8, nullptr, 0)), B("\0#######"), kNone},
         {"Init clears two elements", "", V(HOI_InitA(b)), B("\0\0######"), kNone},
-        {"Terminate", "", V(HOI_TerminateA(b, 3)), B("##\0#####"), kNone},
         {"Join, empty and null on full", B("abcd\0"), R(HOI_JoinA(b, 5, "", nullptr)), B("abcd\0###"), true},
         {"Join, no room to start", B("abcd\0"), R(HOI_JoinA(b, 5, "x")), B("abcd\0###"), false},
         {"Join, unterminated ends at last", "", R(HOI_JoinA(b, 5, "x")), B("####\0###"), false},
         {"Join, middle cut", B("abcde\0"), R(HOI_JoinA(b, 8, "f", "ghi", "j")), B("abcdefg\0"), false},
         {"JoinPart, count limits", B("\0"), R(HOI_JoinPartA(b, 8, "abcdef", 3)), B("abc\0####"), false},
-        {"JoinPart, whole source", B("\0"), R(HOI_JoinPartA(b, 8, "abcdef", 6)), B("abcdef\0#"), true},
         {"JoinPart, buffer limits", B("ab\0"), R(HOI_JoinPartA(b, 5, "cdef", 9)), B("abcd\0###"), false},
         {"JoinPart, count wraps", B("ab\0"), R(HOI_JoinPartA(b, 8, "cd", ~0ull)), B("abcd\0###"), true},
         {"JoinPart, null on unterminated", "", R(HOI_JoinPartA(b, 4, nullptr, 2)), B("###\0####"), true},
-        {"Join char", B("ab\0"), R(HOI_JoinA(b, 5, 'c')), B("abc\0####"), true},
         {"Join char NUL refused", B("ab\0"), R(HOI_JoinA(b, 5, '\0')), B("ab\0#####"), false},
         {"Join char on full: untouched", B("abcd\0"), R(HOI_JoinA(b, 5, 'e')), B("abcd\0###"), false},
         {"Join char, unterminated: untouched", "", R(HOI_JoinA(b, 5, 'e')), B("########"), false},
@@ -84,7 +79,6 @@ TEST(Bounded, NarrowBoundaries)
         {"Path, asterisk", B("*ab\0"), V(HOI_PathA(b, 8)), B("*ab\0####"), kNone},
         {"Path, unterminated", "", V(HOI_PathA(b, 3)), B("########"), kNone},
         {"Print, needs more", "", R(HOI_PrintA(b, 4, "%d", 12345)), B("123\0####"), 3},
-        {"Print, capacity 1", "", R(HOI_PrintA(b, 1, "%d", 7)), B("\0#######"), 0},
         {"Print with doubles, cut", "", R(HOI_PrintA(b, 4, "%.2f", 1.5)), B("1.5\0####"), 3},
         {"ToAnsi: 4 refused, 5 fits", "", R(!HOI_ConvertUTF16ToAnsi(L"abc", b, 4) &&
             HOI_ConvertUTF16ToAnsi(L"abc", b, 5)), B("abc\0####"), true},
@@ -97,7 +91,6 @@ TEST(Bounded, WideWhereItDiffers)
 {
     checkRows<wchar_t>({
         {"CopyPart reads null as empty", L"", V(HOI_CopyPartW(b, 6, nullptr, 5)), B(L"\0#######"), kNone},
-        {"Print cut", L"", R(HOI_PrintW(b, 4, L"%d", 12345)), B(L"123\0####"), 3},
         {"Print %s takes a wide string", L"", R(HOI_PrintW(b, 6, L"%s", L"\u00e9t\u00e9s longs")),
             B(L"\u00e9t\u00e9s \0##"), 5},
         {"ToUTF16: 4 refused, 5 fits", L"", R(!HOI_ConvertAnsiToUTF16("abc", b, 4) &&
@@ -273,7 +266,10 @@ void checkMembers()
             const std::basic_string<C> before = member.start + std::basic_string<C>(kElements - member.start.size(), '#');
             std::basic_string<C> buffer = before;
             member.call(&buffer[0], capacity);
-            EXPECT_TRUE(capacity != fit || member.text + C(0) == buffer.substr(0, member.text.size() + 1)) << "not the text";
+            // Whole when it fits, else cut like a copy (the converters refuse instead: not checked).
+            const Size shown = capacity == fit ? member.text.size() + 1 : capacity;
+            if (capacity != 0 && (capacity == fit || member.extra == 0))
+                EXPECT_EQ(member.text.substr(0, shown - 1) + C(0), buffer.substr(0, shown)) << "not the text";
             EXPECT_EQ(before.substr(capacity), buffer.substr(capacity)) << "written past the capacity";
         }
     }
