@@ -2,7 +2,6 @@
 // removal's clean-up next to other products and programs, and the decimal text helpers.
 #include <climits>
 #include <cstring>
-#include <string>
 
 #include "registry_checks.h"
 #include "registry/registry.h"
@@ -78,7 +77,6 @@ TEST_F(RegistryCleanup, KeepsWhatOthersOwn)
     makeKey(HKEY_LOCAL_MACHINE, kNeighbourEntry, "another program");
     ASSERT_TRUE(ShowProgressStage(true, kStageRemoveSettings, 0, 0));
     EXPECT_TRUE(RemoveRegistryEntries());
-    ShowProgressStage(false, 0, 0, 0);
     EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kEntryKey.c_str());   // the record goes last, apart
     RemoveInstallationRecord();
 

@@ -8,7 +8,6 @@
 #include <cctype>
 #include <climits>
 #include <cstring>
-#include <fstream>
 #include <random>
 #include <string_view>
 #include <vector>

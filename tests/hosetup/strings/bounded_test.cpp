@@ -1,20 +1,21 @@
-// The bounded string family and its converters at their boundaries. Every row runs on an
-// 8-element buffer pre-filled with '#' behind the row's starting text and compares the whole
-// buffer afterwards: a write past the allowed range, a missing terminator or one written where
-// none may be shows.
+// The bounded string family of hosetup.exe: members and converters at their boundaries (each row
+// on an 8-element buffer pre-filled with '#' behind its starting text, compared whole afterwards,
+// so a write past the allowed range or a missing or misplaced terminator shows), every member at
+// its capacity, MakePath, and the exports as modules loaded into the setup process see them.
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <functional>
 #include <set>
 #include <string>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "process.h"
 #include "strings/hoi_strings.h"
 
 namespace {
@@ -79,7 +80,6 @@ TEST(Bounded, NarrowBoundaries)
         {"Path, asterisk", B("*ab\0"), V(HOI_PathA(b, 8)), B("*ab\0####"), kNone},
         {"Path, unterminated", "", V(HOI_PathA(b, 3)), B("########"), kNone},
         {"Print, needs more", "", R(HOI_PrintA(b, 4, "%d", 12345)), B("123\0####"), 3},
-        {"Print with doubles, cut", "", R(HOI_PrintA(b, 4, "%.2f", 1.5)), B("1.5\0####"), 3},
         {"ToAnsi: 4 refused, 5 fits", "", R(!HOI_ConvertUTF16ToAnsi(L"abc", b, 4) &&
             HOI_ConvertUTF16ToAnsi(L"abc", b, 5)), B("abc\0####"), true},
         {"ToAnsi: nothing without room", "", R(HOI_ConvertUTF16ToAnsi(L"", b, 1) ||
@@ -126,25 +126,23 @@ TEST(Bounded, NoBestFitThroughCodePage1252)
 }
 
 // Every member of the exported string family that takes a capacity, at three capacities: the
-// text exactly fits, one element short, and 0. Guard elements behind the capacity must stay as
-// they were, so a terminator written one past the end, or anything written at capacity 0, shows.
-// Each member is named by its exported symbol, decorated from its argument list as the Microsoft
-// compiler does; the export test checks hosetup.exe against these names.
+// text exactly fits, one element short (cut like a copy), and 0. Guard elements behind the
+// capacity must stay as they were, so a terminator written one past the end, or anything written
+// at capacity 0, shows. Each member is named by its exported symbol, decorated from its argument
+// list as the Microsoft compiler does; the export test checks hosetup.exe against these names.
 namespace {
 
 using Size = unsigned long long;
-constexpr Size kElements = 24;
 
 // text: the whole result when it fits; start: the buffer's first elements before the call;
-// extra: room the member wants beyond text and terminator.
+// extra: room the member wants beyond text and terminator (such a member refuses what does not fit).
 template <typename C>
 struct Member { std::string name; std::function<void(C*, Size)> call; std::basic_string<C> text, start; Size extra = 0; };
 
 template <typename C>
-std::basic_string<C> S(const char* text) { return std::basic_string<C>(text, text + std::char_traits<char>::length(text)); }
+std::basic_string<C> S(const char* text) { return std::basic_string<C>(text, text + std::strlen(text)); }
 
-// ?HOI_<stem><A|W>@@YA<result><destination>_K<rest>@Z; a text argument after the first is "2",
-// a back-reference to the third type of two or more letters.
+// ?HOI_<stem><A|W>@@YA<result><destination>_K<rest>@Z; a "2" repeats the third type of two or more letters.
 template <typename C>
 std::string symbol(const char* stem, const char* result, const std::string& rest)
 {
@@ -152,103 +150,89 @@ std::string symbol(const char* stem, const char* result, const std::string& rest
     return std::string("?HOI_") + stem + (narrow ? "A@@YA" : "W@@YA") + result + (narrow ? "PEAD_K" : "PEA_W_K") + rest + "@Z";
 }
 template <typename C> const std::string kText = sizeof(C) == 1 ? "PEBD" : "PEB_W";
-template <typename C> const std::string kChar = sizeof(C) == 1 ? "D" : "_W";
 
 // The narrow or wide member under one name, so that one template serves both widths.
 #define BOTH(name, narrow, wide) \
     template <typename C, typename... A> void name(C* b, Size n, A... a) \
     { if constexpr (sizeof(C) == 1) narrow(b, n, a...); else wide(b, n, a...); }
-BOTH(copy, HOI_CopyA, HOI_CopyW)
-BOTH(join, HOI_JoinA, HOI_JoinW)
-BOTH(print, HOI_PrintA, HOI_PrintW)
-BOTH(copyPart, HOI_CopyPartA, HOI_CopyPartW)
-BOTH(joinPart, HOI_JoinPartA, HOI_JoinPartW)
-BOTH(path, HOI_PathA, HOI_PathW)
-BOTH(terminate, HOI_TerminateA, HOI_TerminateW)
+BOTH(copy, HOI_CopyA, HOI_CopyW) BOTH(join, HOI_JoinA, HOI_JoinW) BOTH(print, HOI_PrintA, HOI_PrintW)
+BOTH(copyPart, HOI_CopyPartA, HOI_CopyPartW) BOTH(joinPart, HOI_JoinPartA, HOI_JoinPartW)
+BOTH(path, HOI_PathA, HOI_PathW) BOTH(terminate, HOI_TerminateA, HOI_TerminateW)
 
-// One value of a Print argument list, its format and its code in the symbol: each prints one element.
-template <typename C, typename T> T value()
+// A Print argument by its letter in the symbol ('2' text, 'H' int, 'N' double, 'D' char); each prints one element.
+template <typename C, char K>
+auto arg()
 {
     static const C text[] = {'s', 0};
-    if constexpr (std::is_same_v<T, int> || std::is_same_v<T, double>) return 7;
-    else if constexpr (std::is_same_v<T, char>) return 'c';
-    else return text;
+    if constexpr (K == 'H') return 7;
+    else if constexpr (K == 'N') return 7.0;
+    else if constexpr (K == 'D') return 'c';
+    else return static_cast<const C*>(text);
 }
-template <typename T> const char* formatOf()
-{
-    return std::is_same_v<T, int> ? "%d" : std::is_same_v<T, double> ? "%.0f" : std::is_same_v<T, char> ? "%c" : "%s";
-}
-template <typename T> char codeOf() { return std::is_same_v<T, int> ? 'H' : std::is_same_v<T, double> ? 'N' : std::is_same_v<T, char> ? 'D' : '2'; }
 
-template <std::size_t, typename T> using Same = T;
-
-template <typename C, typename... A>
+template <typename C, char... K>
 Member<C> printOf()
 {
-    const std::basic_string<C> format = S<C>((std::string() + ... + formatOf<A>()).c_str()),
-                               text = {C(formatOf<A>()[1] == 's' || formatOf<A>()[1] == 'c' ? formatOf<A>()[1] : '7')...};
-    return {symbol<C>("Print", "_K", kText<C> + std::string{codeOf<A>()...}),
-            [format](C* b, Size n) { print(b, n, format.c_str(), value<C, A>()...); }, text, {}};
+    const std::basic_string<C> format = S<C>((std::string() + ... + (K == 'H' ? "%d" : K == 'N' ? "%.0f" : K == 'D' ? "%c" : "%s")).c_str());
+    return {symbol<C>("Print", "_K", kText<C> + std::string{K...}),
+            [format](C* b, Size n) { print(b, n, format.c_str(), arg<C, K>()...); },
+            {C(K == '2' ? 's' : K == 'D' ? 'c' : '7')...}, {}};
 }
 
-template <typename C, typename T, std::size_t... I>
-Member<C> repeated(std::index_sequence<I...>) { return printOf<C, Same<I, T>...>(); }
-
-template <typename C, typename T, std::size_t... N>
-void addRepeats(std::vector<Member<C>>& members, std::index_sequence<N...>)
-{
-    (members.push_back(repeated<C, T>(std::make_index_sequence<N + 1>())), ...);
-}
+template <std::size_t, char K> constexpr char kSame = K;
+template <typename C, char K, std::size_t... I>
+Member<C> repeated(std::index_sequence<I...>) { return printOf<C, kSame<I, K>...>(); }
 
 // Copy and Join with 1 to 7 sources of one letter each.
-template <typename C, std::size_t... I>
-std::pair<Member<C>, Member<C>> withSources(std::index_sequence<I...>)
+template <typename C, bool joining, std::size_t... I>
+Member<C> withSources(std::index_sequence<I...>)
 {
     static const C letters[7][2] = {{'a'}, {'b'}, {'c'}, {'d'}, {'e'}, {'f'}, {'g'}};
     const std::string rest = kText<C> + std::string(sizeof...(I) - 1, '2');
-    const std::basic_string<C> text = {letters[I][0]...};
-    return {{symbol<C>("Copy", "X", rest), [](C* b, Size c) { copy(b, c, static_cast<const C*>(letters[I])...); }, text, {}},
-            {symbol<C>("Join", "_N", rest), [](C* b, Size c) { join(b, c, static_cast<const C*>(letters[I])...); }, text,
-             std::basic_string<C>(1, 0)}};
+    if constexpr (joining)
+        return {symbol<C>("Join", "_N", rest), [](C* b, Size c) { join(b, c, +letters[I]...); }, {letters[I][0]...}, {C(0)}};
+    else
+        return {symbol<C>("Copy", "X", rest), [](C* b, Size c) { copy(b, c, +letters[I]...); }, {letters[I][0]...}, {}};
 }
 
-template <typename C, std::size_t... N>
-void addSources(std::vector<Member<C>>& members, std::index_sequence<N...>)
+// Adds make(0..n) for n from 0 to N - 1.
+template <typename C, typename Make, std::size_t... N>
+void addSeries(std::vector<Member<C>>& members, Make make, std::index_sequence<N...>)
 {
-    (members.push_back(withSources<C>(std::make_index_sequence<N + 1>()).first), ...);
-    (members.push_back(withSources<C>(std::make_index_sequence<N + 1>()).second), ...);
+    (members.push_back(make(std::make_index_sequence<N + 1>())), ...);
 }
 
 // The members of one width that take a capacity.
 template <typename C>
 std::vector<Member<C>> members()
 {
-    using Text = const C*;
     const std::basic_string<C> empty(1, 0);
+    const char* const oneChar = sizeof(C) == 1 ? "D" : "_W";
     std::vector<Member<C>> members = {
-        {symbol<C>("Copy", "X", kChar<C>), [](C* b, Size n) { copy(b, n, C('x')); }, S<C>("x"), {}},
-        {symbol<C>("Join", "_N", kChar<C>), [](C* b, Size n) { join(b, n, C('x')); }, S<C>("x"), empty},
-        {symbol<C>("CopyPart", "X", kText<C> + "1"), [](C* b, Size n) { copyPart(b, n, value<C, Text>(), 1); }, S<C>("s"), {}},
-        {symbol<C>("JoinPart", "_N", kText<C> + "1"), [](C* b, Size n) { joinPart(b, n, value<C, Text>(), 1); }, S<C>("s"), empty},
+        {symbol<C>("Copy", "X", oneChar), [](C* b, Size n) { copy(b, n, C('x')); }, S<C>("x"), {}},
+        {symbol<C>("Join", "_N", oneChar), [](C* b, Size n) { join(b, n, C('x')); }, S<C>("x"), empty},
+        {symbol<C>("CopyPart", "X", kText<C> + "1"), [](C* b, Size n) { copyPart(b, n, arg<C, '2'>(), 1); }, S<C>("s"), {}},
+        {symbol<C>("JoinPart", "_N", kText<C> + "1"), [](C* b, Size n) { joinPart(b, n, arg<C, '2'>(), 1); }, S<C>("s"), empty},
         {symbol<C>("Path", "X", ""), [](C* b, Size n) { path(b, n); }, S<C>("a\\"), std::basic_string<C>({'a', 0})},
         {symbol<C>("Terminate", "X", ""), [](C* b, Size n) { terminate(b, n); }, S<C>("ab"), S<C>("ab")},
-        printOf<C, double, Text>(), printOf<C, double, double, Text>(), printOf<C, Text, int>(),
-        printOf<C, Text, Text, int>(), printOf<C, Text, Text, int, int>(), printOf<C, Text, Text, Text, int>(),
-        printOf<C, Text, int, int>(), printOf<C, Text, int, int, Text>(), printOf<C, Text, int, int, int>(),
-        printOf<C, Text, int, Text>(), printOf<C, Text, int, Text, Text>(), printOf<C, int, Text>(),
-        printOf<C, int, Text, Text>(), printOf<C, int, Text, Text, Text>(), printOf<C, int, int, Text>(),
-        printOf<C, int, int, int, Text>(), printOf<C, int, double>(), printOf<C, int, int, double>(),
+        printOf<C, 'N', '2'>(), printOf<C, 'N', 'N', '2'>(), printOf<C, '2', 'H'>(), printOf<C, '2', '2', 'H'>(),
+        printOf<C, '2', '2', 'H', 'H'>(), printOf<C, '2', '2', '2', 'H'>(), printOf<C, '2', 'H', 'H'>(),
+        printOf<C, '2', 'H', 'H', '2'>(), printOf<C, '2', 'H', 'H', 'H'>(), printOf<C, '2', 'H', '2'>(),
+        printOf<C, '2', 'H', '2', '2'>(), printOf<C, 'H', '2'>(), printOf<C, 'H', '2', '2'>(),
+        printOf<C, 'H', '2', '2', '2'>(), printOf<C, 'H', 'H', '2'>(), printOf<C, 'H', 'H', 'H', '2'>(),
+        printOf<C, 'H', 'N'>(), printOf<C, 'H', 'H', 'N'>(),
     };
-    addSources<C>(members, std::make_index_sequence<7>());
-    addRepeats<C, Text>(members, std::make_index_sequence<10>());
-    addRepeats<C, int>(members, std::make_index_sequence<10>());
-    addRepeats<C, double>(members, std::make_index_sequence<10>());
+    addSeries<C>(members, [](auto each) { return withSources<C, false>(each); }, std::make_index_sequence<7>());
+    addSeries<C>(members, [](auto each) { return withSources<C, true>(each); }, std::make_index_sequence<7>());
+    addSeries<C>(members, [](auto each) { return repeated<C, '2'>(each); }, std::make_index_sequence<10>());
+    addSeries<C>(members, [](auto each) { return repeated<C, 'H'>(each); }, std::make_index_sequence<10>());
+    addSeries<C>(members, [](auto each) { return repeated<C, 'N'>(each); }, std::make_index_sequence<10>());
     if constexpr (sizeof(C) == 1) {
         members.insert(members.end(), {
             {symbol<C>("MakePath", "X", "PEBD222"), [](C* b, Size n) { HOI_MakePathA(b, n, "C", "d", "n", "e"); }, "C:d\\n.e", ""},
             {"?HOI_ConvertUTF16ToAnsi@@YA_NPEB_WPEAD_K@Z", [](C* b, Size n) { HOI_ConvertUTF16ToAnsi(L"abc", b, n); }, "abc", "", 1},
-            printOf<C, char>(), printOf<C, char, char>(), printOf<C, char, Text>(), printOf<C, char, Text, Text>(),
-            printOf<C, char, char, Text>()});
+            printOf<C, 'D'>(), printOf<C, 'D', 'D'>(), printOf<C, 'D', '2'>(), printOf<C, 'D', '2', '2'>(),
+            printOf<C, 'D', 'D', '2'>()});
     } else {
         members.push_back({"?HOI_ConvertAnsiToUTF16@@YA_NPEBDPEA_W_K@Z",
                            [](C* b, Size n) { HOI_ConvertAnsiToUTF16("abc", b, n); }, L"abc", L"", 1});
@@ -263,13 +247,13 @@ void checkMembers()
         const Size fit = member.text.size() + 1 + member.extra;
         for (Size capacity : {fit, fit - 1, Size(0)}) {
             SCOPED_TRACE(member.name + ", capacity " + std::to_string(capacity));
-            const std::basic_string<C> before = member.start + std::basic_string<C>(kElements - member.start.size(), '#');
+            const std::basic_string<C> before = member.start + std::basic_string<C>(24 - member.start.size(), '#');
             std::basic_string<C> buffer = before;
             member.call(&buffer[0], capacity);
-            // Whole when it fits, else cut like a copy (the converters refuse instead: not checked).
             const Size shown = capacity == fit ? member.text.size() + 1 : capacity;
-            if (capacity != 0 && (capacity == fit || member.extra == 0))
+            if (capacity != 0 && (capacity == fit || member.extra == 0)) {
                 EXPECT_EQ(member.text.substr(0, shown - 1) + C(0), buffer.substr(0, shown)) << "not the text";
+            }
             EXPECT_EQ(before.substr(capacity), buffer.substr(capacity)) << "written past the capacity";
         }
     }
@@ -290,3 +274,67 @@ std::set<std::string> capacityMemberSymbols()
 
 TEST(Family, NarrowMembersStayInsideTheirCapacity) { checkMembers<char>(); }
 TEST(Family, WideMembersStayInsideTheirCapacity) { checkMembers<wchar_t>(); }
+
+// Composing a path from drive, folder, name and extension: separators, the limit of 260
+// characters of parts, and the cut at the capacity.
+TEST(MakePath, PartsSeparatorsAndLimits)
+{
+    const std::string dir(200, 'd'), name(50, 'n'), drive(10, 'E');
+    const struct {
+        const char *drive, *dir, *name, *extension; unsigned long long capacity; std::string expected;
+    } rows[] = {
+        {"C", "dir", "file", "txt", 300, "C:dir\\file.txt"},
+        {"C", "dir", "file", ".txt", 300, "C:dir\\file.txt"},
+        {"D:\\ignored", "\\x\\", "y", nullptr, 300, "D:\\x\\y"}, // drive letter only
+        {nullptr, "a/", "", "log", 300, "a/.log"},
+        {"", nullptr, "name", "", 300, "name"},
+        {"C", "dir", "file", "txt", 6, "C:dir"}, // cut at capacity like Copy
+        // Parts of 259 characters pass; the separators come on top: 262 characters.
+        {"C", dir.c_str(), name.c_str(), "extended", 300, "C:" + dir + "\\" + name + ".extended"},
+        {"C", dir.c_str(), name.c_str(), "extended9", 300, ""},       // 260: cleared
+        {drive.c_str(), dir.c_str(), name.c_str(), nullptr, 300, ""}, // the whole drive counts
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.expected);
+        char buffer[300];
+        std::memset(buffer, '#', sizeof buffer);
+        HOI_MakePathA(buffer, row.capacity, row.drive, row.dir, row.name, row.extension);
+        EXPECT_EQ(row.expected, std::string(buffer));
+        EXPECT_TRUE(!row.expected.empty() || buffer[1] == 0); // cleared as by Init: both elements
+    }
+}
+
+// hosetup.exe loaded as a module: exactly the family's names resolve into the image, and members needing
+// neither relocations nor imports (which Wine does not apply to an executable loaded so) run.
+TEST(LoadedSetup, ExactlyTheFamilyBoundByDecoratedName)
+{
+    const HMODULE setup = LoadLibraryA((testBinFolder() + "hosetup.exe").c_str());
+    ASSERT_NE(nullptr, setup);
+    const auto* base = reinterpret_cast<const BYTE*>(setup);
+    const auto& optional = reinterpret_cast<const IMAGE_NT_HEADERS64*>(
+        base + reinterpret_cast<const IMAGE_DOS_HEADER*>(base)->e_lfanew)->OptionalHeader;
+    const auto* directory = reinterpret_cast<const IMAGE_EXPORT_DIRECTORY*>(
+        base + optional.DataDirectory[IMAGE_DIRECTORY_ENTRY_EXPORT].VirtualAddress);
+    std::set<std::string> expected = capacityMemberSymbols();
+    expected.insert({"?HOI_CompareA@@YAHPEBD0@Z", "?HOI_CompareW@@YAHPEB_W0@Z", "?HOI_EqualA@@YA_NPEBD0@Z",
+                     "?HOI_EqualW@@YA_NPEB_W0@Z", "?HOI_InitA@@YAXPEAD@Z", "?HOI_InitW@@YAXPEA_W@Z"});
+    ASSERT_EQ(150u, expected.size());
+    EXPECT_EQ(150u, directory->NumberOfNames);
+    EXPECT_EQ(150u, directory->NumberOfFunctions);
+    for (const std::string& name : expected) {
+        const auto* code = reinterpret_cast<const BYTE*>(GetProcAddress(setup, name.c_str()));
+        EXPECT_TRUE(code >= base && code < base + optional.SizeOfImage) << name;
+    }
+
+    char narrow[8];
+    wchar_t wide[8] = L"ab";
+    auto copy2 = reinterpret_cast<void (*)(char*, Size, const char*, const char*)>(
+        GetProcAddress(setup, "?HOI_CopyA@@YAXPEAD_KPEBD2@Z"));
+    auto join3 = reinterpret_cast<bool (*)(wchar_t*, Size, const wchar_t*, const wchar_t*, const wchar_t*)>(
+        GetProcAddress(setup, "?HOI_JoinW@@YA_NPEA_W_KPEB_W22@Z"));
+    ASSERT_TRUE(copy2 && join3);
+    copy2(narrow, 4, "ab", "cd");
+    EXPECT_STREQ("abc", narrow);
+    EXPECT_FALSE(join3(wide, 6, L"c", L"de", L"f"));
+    EXPECT_STREQ(L"abcde", wide);
+}

@@ -2,14 +2,8 @@
 // leaves it before the run starts, and the helpers that drive and check the real dialogs.
 #pragma once
 
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <string>
 
-#include "core/core.h"
 #include "dialogs.h"
 #include "holang.h"
 #include "setup_fixture.h"
