@@ -14,13 +14,11 @@ protected:
         SetupFixture::SetUp();
         HOI_CopyA(g_setup.programFolder, kPathCapacity, testBinFolder().c_str());   // hounzip.exe
         // The folders the tests use; the others stay empty, so no path lies inside them.
-        HOI_CopyA(g_setup.installFolder, kPathCapacity, root_.c_str(), "Program\\");
-        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str(), "Common\\");
-        HOI_CopyA(g_setup.drawingFolder, kPathCapacity, root_.c_str(), "Drawings\\");
-        HOI_CopyA(g_setup.sourceFolder, kPathCapacity, root_.c_str(), "Source\\");
-        for (const char* folder : {g_setup.installFolder, g_setup.commonDataFolder, g_setup.drawingFolder,
-                                   g_setup.sourceFolder})
+        for (const auto& [folder, name] : {std::pair{g_setup.installFolder, "Program\\"}, {g_setup.commonDataFolder, "Common\\"},
+                                           {g_setup.drawingFolder, "Drawings\\"}, {g_setup.sourceFolder, "Source\\"}}) {
+            HOI_CopyA(folder, kPathCapacity, root_.c_str(), name);
             CreateDirectoryA(folder, nullptr);
+        }
     }
 
     void setRecords(const std::vector<std::pair<std::uint32_t, const char*>>& records)

@@ -236,13 +236,7 @@ TEST_F(WholeRun, ACancelConfirmedWhileTheLinksAreMadeEndsTheRun)
 {
     SetupChild run("\"" + build(samplePackage()) + "hosetup.exe\"");
     ASSERT_TRUE(run.passPages(2));
-    HWND progress = run.progress();
-    for (const DWORD start = GetTickCount();
-         controlText(progress, IDC_MAIN_TEXT) != eMessageText[kMsgProgressCreatingShortcuts] && GetTickCount() - start < kRunTimeout;)
-        Sleep(20);
-    clickButton(progress, IDCANCEL);
-    EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelInstallQuestion]);
-    ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+    ASSERT_TRUE(run.cancelAt(eMessageText[kMsgProgressCreatingShortcuts], eMessageText[kMsgCancelInstallQuestion]));
     EXPECT_EQ(run.exitCode(), 2u);
     const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
     ASSERT_GT(log.size(), 2u);
