@@ -45,11 +45,7 @@ protected:
 };
 
 // One text of a data file that would lead the file or link steps out of the product's folders.
-struct HostileText {
-    const char* what;
-    char* (*field)(SetupDataHeader&, FileRecord&, ShortcutRecord&);
-    const char* text;
-};
+struct HostileText { const char* what; char* (*field)(SetupDataHeader&, FileRecord&, ShortcutRecord&); const char* text; };
 
 char* subFolder(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.subFolder; }
 char* fileName(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.fileName; }
@@ -191,9 +187,8 @@ TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
             entries += found.cFileName[0] != '.';
         FindClose(search);
         EXPECT_EQ(entries, 1) << "something was made in the outside folder";
-        removeTree(program);
-        removeTree(data);
-        removeTree(outside);
+        for (const std::string& folder : {program, data, outside})
+            removeTree(folder);
     }
 }
 
@@ -264,9 +259,7 @@ TEST(DllSearch, TheProgramsOwnFolderIsNotSearched)
 {
     restrictDllSearch();
     EXPECT_EQ(LoadLibraryA("planted.dll"), nullptr);
-    const HMODULE there = LoadLibraryExA("planted.dll", nullptr, LOAD_LIBRARY_SEARCH_APPLICATION_DIR);
-    EXPECT_NE(there, nullptr);
-    FreeLibrary(there);
+    EXPECT_TRUE(FreeLibrary(LoadLibraryExA("planted.dll", nullptr, LOAD_LIBRARY_SEARCH_APPLICATION_DIR)));   // it is there
     DeleteFileA((testBinFolder() + "planted.dll.loaded").c_str());
 }
 

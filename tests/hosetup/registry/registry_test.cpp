@@ -28,11 +28,10 @@ void makeKey(HKEY root, const std::string& path, const char* value = "x")
 
 void clean()
 {
-    deleteRegTree(HKEY_CURRENT_USER, kTestTree);
-    deleteRegTree(HKEY_CURRENT_USER, kMakerKey);
-    deleteRegTree(HKEY_LOCAL_MACHINE, kMakerKey);
-    deleteRegTree(HKEY_LOCAL_MACHINE, kEntryKey.c_str());
-    deleteRegTree(HKEY_LOCAL_MACHINE, kNeighbourEntry.c_str());
+    for (const auto& [root, key] : {std::pair{HKEY_CURRENT_USER, kTestTree}, {HKEY_CURRENT_USER, kMakerKey},
+                                    {HKEY_LOCAL_MACHINE, kMakerKey}, {HKEY_LOCAL_MACHINE, kEntryKey.c_str()},
+                                    {HKEY_LOCAL_MACHINE, kNeighbourEntry.c_str()}})
+        deleteRegTree(root, key);
 }
 
 } // namespace
@@ -67,7 +66,6 @@ using RegistryCleanup = SetupFixture;
 TEST_F(RegistryCleanup, KeepsWhatOthersOwn)
 {
     clean();
-    HOI_CopyA(g_setup.registryKey, kRegistryKeyCapacity, kProductKey);
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
         makeKey(root, std::string(kProductKey) + "\\Display\\Colours");
         makeKey(root, "Software\\Harwick-Orbel\\Products\\Vistrel");

@@ -1,6 +1,6 @@
 // Mutated data files, each read exactly as its bytes say or refused with both counts 0 (also for a
 // name the rules forbid). Damaged files of earlier unit tests are the seeds; the generator is seeded.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "format/name_rules.h"
 
@@ -131,7 +131,7 @@ bool readable(const Bytes& bytes, std::int32_t* files, std::int32_t* shortcuts)
     return plain;
 }
 
-using DataFileFuzz = SetupStateTest;
+using DataFileFuzz = SetupFixture;
 
 TEST_F(DataFileFuzz, MutatedFilesAreReadExactlyOrRefused)
 {

@@ -1,7 +1,7 @@
 // Folder and earlier-installation detection, one row per recorded state, against the real
 // registry of the test's prefix and its real shell folders; per-user values the user could not
 // have written to anyway are ignored, and the log names them.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "install/install.h"
 #include "packages.h"
@@ -17,8 +17,7 @@ namespace {
 constexpr char kProductKey[] = "Software\\Harwick-Orbel\\Vistrel Professional";
 constexpr char kWord[] = "Harwick-Orbel\\Vistrel (64-bit)\\";
 constexpr char kNoDate[] = "2003-04-01";
-const HKEY kMachine = HKEY_LOCAL_MACHINE;
-const HKEY kUser = HKEY_CURRENT_USER;
+const HKEY kMachine = HKEY_LOCAL_MACHINE, kUser = HKEY_CURRENT_USER;
 
 // A value below the product key: a text, or a number when text is null.
 struct Value {
@@ -73,7 +72,7 @@ const Row kRows[] = {
      {"E:\\Programs\\Vistrel\\"}, true, true, true, false, kNoDate, "C:\\Windows", {"Personal: C:\\Windows\\"}},
 };
 
-using Detection = SetupStateTest;
+using Detection = SetupFixture;
 
 TEST_F(Detection, RecordedStates)
 {

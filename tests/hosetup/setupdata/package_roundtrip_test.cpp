@@ -1,6 +1,6 @@
 // A distribution made by the real hopack.exe, read back as the installation reads it: records
 // resolved, plain members byte-equal, packed members expanded by hounzip.exe through Unpack.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "install/install.h"
 #include "packages.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-using PackageRoundTrip = SetupStateTest;
+using PackageRoundTrip = SetupFixture;
 
 TEST_F(PackageRoundTrip, EveryRecordResolvesAndEveryMemberHoldsItsFile)
 {

@@ -1,6 +1,6 @@
 // The rule for folders named by per-user values, over the real folders of the test's prefix: a
 // folder is used only where the user could write anyway.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "host_links.h"
 #include "packages.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kWord[] = "Harwick-Orbel\\Vistrel (64-bit)\\";
 
-using UserFolders = SetupStateTest;
+using UserFolders = SetupFixture;
 
 TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
 {

@@ -122,11 +122,10 @@ TEST(Bounded, NoBestFitThroughCodePage1252)
     EXPECT_STREQ("?\xE9?", narrow);
 }
 
-// Every member of the exported string family that takes a capacity, at three capacities: the
-// text exactly fits, one element short (cut like a copy), and 0. Guard elements behind the
-// capacity must stay as they were, so a terminator written one past the end, or anything written
-// at capacity 0, shows. Each member is named by its exported symbol, decorated from its argument
-// list as the Microsoft compiler does; the export test checks hosetup.exe against these names.
+// Every member of the exported string family that takes a capacity, at three capacities: the text
+// exactly fits, one element short (cut like a copy), and 0. Guard elements behind the capacity must
+// stay, so a terminator written one past the end, or anything written at capacity 0, shows. Members
+// are named by their symbols, decorated as the Microsoft compiler does (checked by the export test).
 namespace {
 
 using Size = unsigned long long;
@@ -204,10 +203,9 @@ template <typename C>
 std::vector<Member<C>> members()
 {
     const std::basic_string<C> empty(1, 0);
-    const char* const oneChar = sizeof(C) == 1 ? "D" : "_W";
     std::vector<Member<C>> members = {
-        {symbol<C>("Copy", "X", oneChar), [](C* b, Size n) { copy(b, n, C('x')); }, S<C>("x"), {}},
-        {symbol<C>("Join", "_N", oneChar), [](C* b, Size n) { join(b, n, C('x')); }, S<C>("x"), empty},
+        {symbol<C>("Copy", "X", sizeof(C) == 1 ? "D" : "_W"), [](C* b, Size n) { copy(b, n, C('x')); }, S<C>("x"), {}},
+        {symbol<C>("Join", "_N", sizeof(C) == 1 ? "D" : "_W"), [](C* b, Size n) { join(b, n, C('x')); }, S<C>("x"), empty},
         {symbol<C>("CopyPart", "X", kText<C> + "1"), [](C* b, Size n) { copyPart(b, n, arg<C, '2'>(), 1); }, S<C>("s"), {}},
         {symbol<C>("JoinPart", "_N", kText<C> + "1"), [](C* b, Size n) { joinPart(b, n, arg<C, '2'>(), 1); }, S<C>("s"), empty},
         {symbol<C>("Path", "X", ""), [](C* b, Size n) { path(b, n); }, S<C>("a\\"), std::basic_string<C>({'a', 0})},
