@@ -186,6 +186,8 @@ TEST_F(Hopack, FaultyDescriptionsAreRefusedByLine)
         {kProduct + "[[file]]\nsource = \"nothere.txt\"\ndirectory = 10\n", ":5: file 0 (\"nothere.txt\"): source file"},
         {file + "[[shortcut]]\ntarget = \"nothere.exe\"\nname = \"S\"\n",
          ": shortcut 0 (\"S\"): target \"nothere.exe\" is not a file of the package"},
+        {file + "subfolder = \"A\"\n[[file]]\nsource = \"a.txt\"\ndirectory = 10\nsubfolder = \"B\"\n[[shortcut]]\ntarget = \"a.txt\"\nname = \"S\"\n",
+         ": shortcut 0 (\"S\"): target \"a.txt\" names several files"},
         {file + "[[file]]\nname = \"old.dll\"\ndirectory = 12\n[[shortcut]]\ntarget = 1\nname = \"S\"\n",
          ": shortcut 0 (\"S\"): target 1 is a delete record, not a file of the package"},
         {date + "\"2024-6-01\"\n", ":4: [product]: compile_date is not a date"},

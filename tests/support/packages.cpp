@@ -28,8 +28,8 @@ DWORD buildPackage(const Package& package, const std::string& work, const std::s
         if (!file.source.empty())
             writeText(work + file.source, file.content);
     }
-    for (const auto& [target, name] : package.shortcuts)
-        toml += "[[shortcut]]\ntarget = '" + target + "'\nname = '" + name + "'\n";
+    for (const PackageShortcut& link : package.shortcuts)
+        toml += "[[shortcut]]\ntarget = '" + link.target + "'\nname = '" + link.name + "'\n" + link.icon;
     writeText(work + "package.toml", toml);
     // A backslash before a closing quote would escape it: folders go on the command line without one.
     const std::string bin = testBinFolder();

@@ -19,10 +19,15 @@ struct PackageFile {
 };
 
 // Named "Vistrel Test" (the programs-menu group), labelled "Vistrel Professional 2022".
+struct PackageShortcut {
+    std::string target, name;
+    std::string icon;   // empty, or "icon_directory = N\nicon = 'path'\n"
+};
+
 struct Package {
     std::string compileDate = "2022-11-29";
     std::vector<PackageFile> files;
-    std::vector<std::pair<std::string, std::string>> shortcuts;   // target and name
+    std::vector<PackageShortcut> shortcuts;
 };
 
 // ---- functions ------------------------------------------------------------------------------

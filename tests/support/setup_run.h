@@ -50,6 +50,16 @@ struct SetupChild {
     bool press(HWND dialog, int button) { return dialog && (clickButton(dialog, button), waitForWindowGone(dialog)); }
     bool passPages(int count) { return count == 0 || (press(page(), IDC_CONTINUE) && passPages(count - 1)); }
     DWORD exitCode(DWORD timeoutMs = kRunTimeout) { return child.process ? waitForExit(&child, timeoutMs) : kNoExitCode; }
+    // Once the progress window shows stage, presses its Cancel, expects question and answers Yes.
+    bool cancelAt(const std::string& stage, const std::string& question)
+    {
+        HWND window = progress();
+        for (const DWORD start = GetTickCount(); controlText(window, IDC_MAIN_TEXT) != stage && GetTickCount() - start < kRunTimeout;)
+            Sleep(20);
+        clickButton(window, IDCANCEL);
+        EXPECT_EQ(alertText(), question);
+        return press(alert(), IDC_ALERT_BUTTON1);
+    }
 };
 
 // ---- functions ------------------------------------------------------------------------------
@@ -65,7 +75,7 @@ inline Package samplePackage(const std::string& compileDate = "2022-11-29")
         {"drawings/hovistrel.hod", 200, "", "", "LINE 0 0 10 10"}, {"help/hovistrel.chm", 210, "", "", "help"},
         {"data/allusers.dat", 30, "", "", "common"}, {"", 63, "", "hovistrel.ini", ""},
     };
-    package.shortcuts = {{"hovistrel.exe", "Vistrel"}};
+    package.shortcuts = {{"hovistrel.exe", "Vistrel", ""}};
     return package;
 }
 

@@ -1,38 +1,25 @@
 // What a stranger can change for the elevated program: names in the data file, lines of the setup
-// log, links inside a folder tree, and a capacity of 0 handed to the exported string family.
+// log and links inside a folder tree.
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
-#include <fstream>
-#include <string>
 #include <vector>
 
 #include "host_links.h"
 #include "install/install.h"
-#include "process.h"
 #include "remove/remove.h"
+#include "setup_fixture.h"
 #include "setupdata/setupdata.h"
-#include "shell/shell.h"
-#include "strings/hoi_strings.h"
 #include "ui/ui.h"
 
 namespace {
 
-void writeFile(const std::string& path, const std::string& text)
-{
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-class Hostile : public ::testing::Test {
+class Hostile : public SetupFixture {
 protected:
     void SetUp() override
     {
-        root_ = makeTempFolder("hostile");
-        clearSetupState();
-        g_setup.optionSilent = 1;
-        g_setup.languageModule = GetModuleHandleA("holang.dll");
-        g_setup.scale = 1.0;
+        SetupFixture::SetUp();
         for (char* folder : {g_setup.installFolder, g_setup.commonDataFolder, g_setup.userDataFolder,
                              g_setup.documentsFolder, g_setup.settingFolder, g_setup.drawingFolder,
                              g_setup.libraryFolder})
@@ -40,21 +27,25 @@ protected:
         HOI_CopyA(g_setup.installFolder, kPathCapacity, root_.c_str(), "Program\\");
         HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str(), "Data\\");
     }
-    void TearDown() override
+    // Reads a data file of the header (magic and date set here), files copies of file and links of link.
+    bool readDataFile(SetupDataHeader header, std::int32_t files, const FileRecord& file, std::int32_t links,
+                      const ShortcutRecord& link)
     {
-        CloseLog(false);
-        releaseDataRecords();
-        removeTree(root_);
+        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
+        std::memcpy(header.compileDate, "2022-11-29", 10);
+        header.fileCount = files;
+        header.shortcutCount = links;
+        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+        for (std::int32_t i = 0; i < files + links; ++i)
+            bytes.append(i < files ? reinterpret_cast<const char*>(&file) : reinterpret_cast<const char*>(&link),
+                         i < files ? sizeof file : sizeof link);
+        writeFile(root_ + "_000000_", bytes);
+        return readSetupDataFile((root_ + "_000000_").c_str());
     }
-    std::string root_;
 };
 
 // One text of a data file that would lead the file or link steps out of the product's folders.
-struct HostileText {
-    const char* what;
-    char* (*field)(SetupDataHeader&, FileRecord&, ShortcutRecord&);
-    const char* text;
-};
+struct HostileText { const char* what; char* (*field)(SetupDataHeader&, FileRecord&, ShortcutRecord&); const char* text; };
 
 char* subFolder(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.subFolder; }
 char* fileName(SetupDataHeader&, FileRecord& f, ShortcutRecord&) { return f.fileName; }
@@ -84,11 +75,7 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
     for (const HostileText& c : cases) {
         SCOPED_TRACE(c.what);
         SetupDataHeader header = {};
-        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
-        std::memcpy(header.compileDate, "2022-11-29", 10);
         std::strcpy(header.productName, "Vistrel 2022");
-        header.fileCount = 1;
-        header.shortcutCount = 1;
         FileRecord file = {};
         std::strcpy(file.fileName, "hovistrel.exe");
         std::strcpy(file.subFolder, "Bin");
@@ -99,12 +86,7 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
             std::memset(field, 0, 64);
             std::memcpy(field, c.text, std::strlen(c.text));
         }
-        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-        bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
-        bytes.append(reinterpret_cast<const char*>(&link), sizeof link);
-        const std::string path = root_ + "_000000_";
-        writeFile(path, bytes);
-        EXPECT_EQ(readSetupDataFile(path.c_str()), c.field == nullptr);
+        EXPECT_EQ(readDataFile(header, 1, file, 1, link), c.field == nullptr);
         EXPECT_EQ(g_setup.fileCount, c.field ? 0 : 1);
         EXPECT_EQ(g_setup.shortcutCount, c.field ? 0 : 1);
     }
@@ -113,8 +95,11 @@ TEST_F(Hostile, DataFileWithAnyBadNameIsRefusedWhole)
 // A log a standard user could have prepared: only product files inside the product's folders go.
 TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
 {
-    const std::string outside = root_ + "Outside\\";
+    // sibling: a folder whose name starts with the product folder's, "Program" here.
+    const std::string outside = root_ + "Outside\\", sibling = root_ + "Programevil\\";
     ASSERT_EQ(CreateFolderChain((outside + "Empty\\").c_str(), nullptr), ChainStep::Made);
+    ASSERT_EQ(CreateFolderChain(sibling.c_str(), nullptr), ChainStep::Made);
+    writeFile(sibling + "keep.txt", "someone else's");
     ASSERT_EQ(CreateFolderChain(g_setup.commonDataFolder, nullptr), ChainStep::Made);
     ASSERT_EQ(CreateFolderChain((std::string(g_setup.installFolder) + "Bin\\").c_str(), nullptr), ChainStep::Made);
     writeFile(outside + "keep.txt", "someone else's");
@@ -125,6 +110,8 @@ TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
         std::string(g_setup.installFolder) + "Bin\\..\\..\\Outside\\keep.txt",
         "\\\\?\\" + outside + "keep.txt",
         "\\\\127.0.0.1\\c$\\keep.txt",
+        sibling + "keep.txt",
+        "#" + sibling,
         "Outside\\keep.txt",                                    // relative
         std::string(g_setup.installFolder) + "Bin\\product.dll:stream",
         "#" + outside + "Empty\\",
@@ -137,9 +124,9 @@ TEST_F(Hostile, TamperedLogDeletesNothingOutsideTheProductsFolders)
     writeFile(std::string(g_setup.commonDataFolder) + "hosetup.log", log);
     ASSERT_TRUE(ShowProgressStage(true, kStageRemoveReadLog, 0, 0));
     EXPECT_TRUE(RemoveLoggedFiles());
-    ShowProgressStage(false, 0, 0, 0);
     EXPECT_TRUE(fileExists(outside + "keep.txt"));
     EXPECT_TRUE(fileExists(outside + "Empty\\"));
+    EXPECT_TRUE(fileExists(sibling + "keep.txt"));
     EXPECT_FALSE(fileExists(std::string(g_setup.installFolder) + "Bin\\"));
 }
 
@@ -200,9 +187,8 @@ TEST_F(Hostile, NothingIsWrittenCopiedOrDeletedThroughALink)
             entries += found.cFileName[0] != '.';
         FindClose(search);
         EXPECT_EQ(entries, 1) << "something was made in the outside folder";
-        removeTree(program);
-        removeTree(data);
-        removeTree(outside);
+        for (const std::string& folder : {program, data, outside})
+            removeTree(folder);
     }
 }
 
@@ -225,18 +211,10 @@ TEST_F(Hostile, DataFileWithMoreRecordsThanMemberNamesIsRefused)
     for (const std::int32_t count : {100000, 100001}) {
         SCOPED_TRACE(count);
         SetupDataHeader header = {};
-        std::memcpy(header.magic, kSetupDataMagic, kSetupDataMagicLength);
-        std::memcpy(header.compileDate, "2022-11-29", 10);
         std::strcpy(header.productName, "Vistrel 2022");
-        header.fileCount = count;
         FileRecord file = {};
         std::strcpy(file.fileName, "a.dat");
-        std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
-        for (std::int32_t i = 0; i < count; ++i)
-            bytes.append(reinterpret_cast<const char*>(&file), sizeof file);
-        const std::string path = root_ + "_000000_";
-        writeFile(path, bytes);
-        EXPECT_EQ(readSetupDataFile(path.c_str()), count <= 100000);
+        EXPECT_EQ(readDataFile(header, count, file, 0, ShortcutRecord{}), count <= 100000);
         releaseDataRecords();
     }
 }
@@ -275,37 +253,14 @@ TEST_F(Hostile, TreeDeletionRefusesPathsThatWouldBeCut)
     RemoveDirectoryW((L"\\\\?\\" + wideTree).c_str());
 }
 
-// A capacity of 0 writes nothing, in the narrow and the wide members alike.
-TEST(StringFamily, CapacityZeroWritesNothing)
+// After the start-up's restriction a DLL loaded by name comes from the system folder only: planted.dll
+// beside this program (its own folder, and the current one) is found only when asked for there.
+TEST(DllSearch, TheProgramsOwnFolderIsNotSearched)
 {
-    char narrow[8];
-    wchar_t wide[8];
-    const std::function<void()> calls[] = {
-        [&] { HOI_CopyA(narrow, 0, "abc"); },
-        [&] { HOI_JoinA(narrow, 0, "abc"); },
-        [&] { HOI_CopyPartA(narrow, 0, "abc", 2); },
-        [&] { HOI_JoinPartA(narrow, 0, "abc", 2); },
-        [&] { HOI_PrintA(narrow, 0, "%d", 42); },
-        [&] { HOI_PathA(narrow, 0); },
-        [&] { HOI_MakePathA(narrow, 0, "C", std::string(300, 'x').c_str(), "a", "b"); },
-        [&] { HOI_ConvertUTF16ToAnsi(L"abc", narrow, 0); },
-        [&] { HOI_CopyW(wide, 0, L"abc"); },
-        [&] { HOI_JoinW(wide, 0, L"abc"); },
-        [&] { HOI_CopyPartW(wide, 0, L"abc", 2); },
-        [&] { HOI_JoinPartW(wide, 0, L"abc", 2); },
-        [&] { HOI_PrintW(wide, 0, L"%d", 42); },
-        [&] { HOI_PathW(wide, 0); },
-        [&] { HOI_ConvertAnsiToUTF16("abc", wide, 0); },
-    };
-    for (std::size_t i = 0; i < std::size(calls); ++i) {
-        std::memset(narrow, 0x5A, sizeof narrow);
-        std::memset(wide, 0x5A, sizeof wide);
-        calls[i]();
-        for (char c : narrow)
-            ASSERT_EQ(c, 0x5A) << "call " << i;
-        for (wchar_t c : wide)
-            ASSERT_EQ(c, 0x5A5A) << "call " << i;
-    }
+    restrictDllSearch();
+    EXPECT_EQ(LoadLibraryA("planted.dll"), nullptr);
+    EXPECT_TRUE(FreeLibrary(LoadLibraryExA("planted.dll", nullptr, LOAD_LIBRARY_SEARCH_APPLICATION_DIR)));   // it is there
+    DeleteFileA((testBinFolder() + "planted.dll.loaded").c_str());
 }
 
 } // namespace

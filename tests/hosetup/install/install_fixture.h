@@ -2,44 +2,23 @@
 // temporary folder, file records made in memory, and a file writer (process.h reads them).
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <string>
 #include <vector>
 
 #include "install/install.h"
-#include "process.h"
-#include "shell/shell.h"
-#include "strings/hoi_strings.h"
+#include "setup_fixture.h"
 
-inline void writeFile(const std::string& to, const std::string& text) { std::ofstream(to, std::ios::binary) << text; }
-
-class InstallFixture : public ::testing::Test {
+class InstallFixture : public SetupFixture {
 protected:
     void SetUp() override
     {
-        root_ = makeTempFolder("install");
-        clearSetupState();
-        g_setup.optionSilent = 1;
-        // Silent runs still show the progress window, whose template lives in the language module.
-        g_setup.languageModule = GetModuleHandleA("holang.dll");
-        g_setup.scale = 1.0;
+        SetupFixture::SetUp();
         HOI_CopyA(g_setup.programFolder, kPathCapacity, testBinFolder().c_str());   // hounzip.exe
         // The folders the tests use; the others stay empty, so no path lies inside them.
-        HOI_CopyA(g_setup.installFolder, kPathCapacity, root_.c_str(), "Program\\");
-        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str(), "Common\\");
-        HOI_CopyA(g_setup.drawingFolder, kPathCapacity, root_.c_str(), "Drawings\\");
-        HOI_CopyA(g_setup.sourceFolder, kPathCapacity, root_.c_str(), "Source\\");
-        for (const char* folder : {g_setup.installFolder, g_setup.commonDataFolder, g_setup.drawingFolder,
-                                   g_setup.sourceFolder})
+        for (const auto& [folder, name] : {std::pair{g_setup.installFolder, "Program\\"}, {g_setup.commonDataFolder, "Common\\"},
+                                           {g_setup.drawingFolder, "Drawings\\"}, {g_setup.sourceFolder, "Source\\"}}) {
+            HOI_CopyA(folder, kPathCapacity, root_.c_str(), name);
             CreateDirectoryA(folder, nullptr);
-    }
-
-    void TearDown() override
-    {
-        exitSetup();   // closes the log and the progress window, frees the records
-        removeTree(root_);
+        }
     }
 
     void setRecords(const std::vector<std::pair<std::uint32_t, const char*>>& records)
@@ -54,5 +33,4 @@ protected:
 
     std::string logPath() const { return std::string(g_setup.commonDataFolder) + "hosetup.log"; }
 
-    std::string root_;
 };

@@ -18,6 +18,7 @@ namespace {
 TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
 {
     Package package = samplePackage();
+    package.shortcuts.push_back({"hovistrel.exe", "Vistrel Help", "icon_directory = 210\nicon = 'hovistrel.chm'\n"});
     const std::string &runner = work_, &program = folders_.install, &documents = folders_.documents;
     std::vector<std::pair<std::string, std::string>> placed;   // path and content
     for (int i = 0; i < 72; ++i) {   // Part10 to Part79, then a second file in the first and the last
@@ -52,6 +53,11 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
     // A link holds its target's path as it is: the program, and on the desktop the programs-menu group.
     EXPECT_NE(readFile(folders_.programs + "Vistrel Test\\Vistrel.lnk").find(program + "hovistrel.exe"), std::string::npos);
     EXPECT_NE(readFile(folders_.desktop + "Vistrel Test.lnk").find(folders_.programs + "Vistrel Test\\"), std::string::npos);
+    // A link's icon from a place of its own (help, 210) rather than its target's (10); Wine stores it in UTF-16.
+    std::string icon;
+    for (char c : program + "Help\\hovistrel.chm")
+        icon += {c, '\0'};
+    EXPECT_NE(readFile(folders_.programs + "Vistrel Test\\Vistrel Help.lnk").find(icon), std::string::npos);
 
     // The log: time-stamped banners from STARTING to EXITING (which ends in a CR LF of its own), "#"
     // lines for the folders made, lines for the files installed (each and its folder once) or made
@@ -72,6 +78,7 @@ TEST_F(WholeRun, FreshSilentInstallationByACopyStartedWithASourceFolder)
         else
             EXPECT_TRUE(inProduct) << *line;
     }
+    EXPECT_EQ(std::count(log.begin(), log.end(), program + "Help\\hovistrel.chw"), 1);   // the help's index, made later
     for (const auto& [path, content] : placed) {
         EXPECT_EQ(readFile(path), content) << path;
         EXPECT_EQ(std::count(log.begin(), log.end(), path), 1) << path;
@@ -229,13 +236,7 @@ TEST_F(WholeRun, ACancelConfirmedWhileTheLinksAreMadeEndsTheRun)
 {
     SetupChild run("\"" + build(samplePackage()) + "hosetup.exe\"");
     ASSERT_TRUE(run.passPages(2));
-    HWND progress = run.progress();
-    for (const DWORD start = GetTickCount();
-         controlText(progress, IDC_MAIN_TEXT) != eMessageText[kMsgProgressCreatingShortcuts] && GetTickCount() - start < kRunTimeout;)
-        Sleep(20);
-    clickButton(progress, IDCANCEL);
-    EXPECT_EQ(run.alertText(), eMessageText[kMsgCancelInstallQuestion]);
-    ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
+    ASSERT_TRUE(run.cancelAt(eMessageText[kMsgProgressCreatingShortcuts], eMessageText[kMsgCancelInstallQuestion]));
     EXPECT_EQ(run.exitCode(), 2u);
     const std::vector<std::string> log = logLines(folders_.commonData + "hosetup.log");
     ASSERT_GT(log.size(), 2u);

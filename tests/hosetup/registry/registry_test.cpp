@@ -1,15 +1,11 @@
 // The registry helpers whole runs cannot reach: the recursive key deletion's refusals, the
 // removal's clean-up next to other products and programs, and the decimal text helpers.
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstring>
-#include <string>
 
 #include "registry_checks.h"
 #include "registry/registry.h"
-#include "shell/shell.h"
-#include "strings/hoi_strings.h"
+#include "setup_fixture.h"
 #include "ui/ui.h"
 
 namespace {
@@ -32,11 +28,10 @@ void makeKey(HKEY root, const std::string& path, const char* value = "x")
 
 void clean()
 {
-    deleteRegTree(HKEY_CURRENT_USER, kTestTree);
-    deleteRegTree(HKEY_CURRENT_USER, kMakerKey);
-    deleteRegTree(HKEY_LOCAL_MACHINE, kMakerKey);
-    deleteRegTree(HKEY_LOCAL_MACHINE, kEntryKey.c_str());
-    deleteRegTree(HKEY_LOCAL_MACHINE, kNeighbourEntry.c_str());
+    for (const auto& [root, key] : {std::pair{HKEY_CURRENT_USER, kTestTree}, {HKEY_CURRENT_USER, kMakerKey},
+                                    {HKEY_LOCAL_MACHINE, kMakerKey}, {HKEY_LOCAL_MACHINE, kEntryKey.c_str()},
+                                    {HKEY_LOCAL_MACHINE, kNeighbourEntry.c_str()}})
+        deleteRegTree(root, key);
 }
 
 } // namespace
@@ -66,14 +61,11 @@ TEST(RegistryTree, RefusalsAndWholeTrees)
 
 // The maker's key stays while another product of the maker lives in it, and another program's
 // uninstall entry stays beside the product's own, which goes.
-TEST(RegistryCleanup, KeepsWhatOthersOwn)
+using RegistryCleanup = SetupFixture;
+
+TEST_F(RegistryCleanup, KeepsWhatOthersOwn)
 {
     clean();
-    clearSetupState();
-    HOI_CopyA(g_setup.registryKey, kRegistryKeyCapacity, kProductKey);
-    g_setup.languageModule = GetModuleHandleA("holang.dll");
-    g_setup.scale = 1.0;
-    g_setup.optionSilent = 1;
     for (HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
         makeKey(root, std::string(kProductKey) + "\\Display\\Colours");
         makeKey(root, "Software\\Harwick-Orbel\\Products\\Vistrel");
@@ -83,7 +75,6 @@ TEST(RegistryCleanup, KeepsWhatOthersOwn)
     makeKey(HKEY_LOCAL_MACHINE, kNeighbourEntry, "another program");
     ASSERT_TRUE(ShowProgressStage(true, kStageRemoveSettings, 0, 0));
     EXPECT_TRUE(RemoveRegistryEntries());
-    ShowProgressStage(false, 0, 0, 0);
     EXPECT_REG_KEY(HKEY_LOCAL_MACHINE, kEntryKey.c_str());   // the record goes last, apart
     RemoveInstallationRecord();
 

@@ -51,8 +51,7 @@ protected:
             candidates.push_back(folders_.install + found.cFileName);
         FindClose(search);
         for (std::string path : candidates) {
-            const bool dots = path.back() == '.';
-            if (!dots && fileExists(path) && std::find(pending.begin(), pending.end(), CharLowerA(&path[0])) == pending.end())
+            if (path.back() != '.' && fileExists(path) && std::find(pending.begin(), pending.end(), CharLowerA(&path[0])) == pending.end())
                 left.push_back(path);
         }
         for (const char* key : {kProductKey, kUninstall, kAppPath, "Software\\Classes\\.HOD", "Software\\Harwick-Orbel"}) {

@@ -1,6 +1,6 @@
 // Mutated data files, each read exactly as its bytes say or refused with both counts 0 (also for a
 // name the rules forbid). Damaged files of earlier unit tests are the seeds; the generator is seeded.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "format/name_rules.h"
 
@@ -8,7 +8,6 @@
 #include <cctype>
 #include <climits>
 #include <cstring>
-#include <fstream>
 #include <random>
 #include <string_view>
 #include <vector>
@@ -132,13 +131,13 @@ bool readable(const Bytes& bytes, std::int32_t* files, std::int32_t* shortcuts)
     return plain;
 }
 
-using DataFileFuzz = SetupStateTest;
+using DataFileFuzz = SetupFixture;
 
 TEST_F(DataFileFuzz, MutatedFilesAreReadExactlyOrRefused)
 {
     HHOOK hook = SetWindowsHookExA(WH_CBT, refuseDialogs, nullptr, GetCurrentThreadId());
     const std::vector<Bytes> seedFiles = seeds();
-    const std::string path = scratch_ + "_000000_";
+    const std::string path = root_ + "_000000_";
     int accepted = 0;
     for (std::size_t i = 0; i < kCases; ++i) {
         SCOPED_TRACE("case " + std::to_string(i));

@@ -1,7 +1,7 @@
 // Folder and earlier-installation detection, one row per recorded state, against the real
 // registry of the test's prefix and its real shell folders; per-user values the user could not
 // have written to anyway are ignored, and the log names them.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "install/install.h"
 #include "packages.h"
@@ -17,8 +17,7 @@ namespace {
 constexpr char kProductKey[] = "Software\\Harwick-Orbel\\Vistrel Professional";
 constexpr char kWord[] = "Harwick-Orbel\\Vistrel (64-bit)\\";
 constexpr char kNoDate[] = "2003-04-01";
-const HKEY kMachine = HKEY_LOCAL_MACHINE;
-const HKEY kUser = HKEY_CURRENT_USER;
+const HKEY kMachine = HKEY_LOCAL_MACHINE, kUser = HKEY_CURRENT_USER;
 
 // A value below the product key: a text, or a number when text is null.
 struct Value {
@@ -73,7 +72,7 @@ const Row kRows[] = {
      {"E:\\Programs\\Vistrel\\"}, true, true, true, false, kNoDate, "C:\\Windows", {"Personal: C:\\Windows\\"}},
 };
 
-using Detection = SetupStateTest;
+using Detection = SetupFixture;
 
 TEST_F(Detection, RecordedStates)
 {
@@ -109,12 +108,12 @@ TEST_F(Detection, RecordedStates)
         EXPECT_EQ(g_setup.userDataFolder, shellFolder(row.perUser ? CSIDL_APPDATA : CSIDL_COMMON_APPDATA) + kWord);
         EXPECT_EQ(g_setup.documentsFolder, documents);
         // The installation's log names each ignored value in a line the removal skips.
-        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, scratch_.c_str());
-        DeleteFileA((scratch_ + "hosetup.log").c_str());
+        HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, root_.c_str());
+        DeleteFileA((root_ + "hosetup.log").c_str());
         ASSERT_TRUE(OpenLog());
         CloseLog(true);
         std::vector<std::string> ignored;
-        const std::string log = readFile(scratch_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
+        const std::string log = readFile(root_ + "hosetup.log"), mark = "\r\n***** Ignored per-user folder value ";
         for (std::size_t at = log.find(mark); at != std::string::npos; at = log.find(mark, at + 1))
             ignored.push_back(log.substr(at + mark.size(), log.find(" *****\r\n", at) - at - mark.size()));
         EXPECT_EQ(ignored, std::vector<std::string>(row.ignored.begin(), row.ignored.end()));

@@ -1,6 +1,6 @@
 // A distribution made by the real hopack.exe, read back as the installation reads it: records
 // resolved, plain members byte-equal, packed members expanded by hounzip.exe through Unpack.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "install/install.h"
 #include "packages.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-using PackageRoundTrip = SetupStateTest;
+using PackageRoundTrip = SetupFixture;
 
 TEST_F(PackageRoundTrip, EveryRecordResolvesAndEveryMemberHoldsItsFile)
 {
@@ -26,11 +26,11 @@ TEST_F(PackageRoundTrip, EveryRecordResolvesAndEveryMemberHoldsItsFile)
         {"standard.hol", "D:\\Lib\\Standard\\standard.hol", true},
         {"hovistrel.chm", "C:\\Inst\\Help\\hovistrel.chm", true},
     };
-    ASSERT_EQ(buildPackage(package, scratch_ + "src\\", scratch_ + "dist\\"), 0u);
+    ASSERT_EQ(buildPackage(package, root_ + "src\\", root_ + "dist\\"), 0u);
     HOI_CopyA(g_setup.installFolder, kPathCapacity, "C:\\Inst\\");
     HOI_CopyA(g_setup.libraryFolder, kPathCapacity, "D:\\Lib\\");
     HOI_CopyA(g_setup.programFolder, kPathCapacity, testBinFolder().c_str());   // hounzip.exe lies there
-    ASSERT_TRUE(readSetupDataFile((scratch_ + "dist\\_000000_").c_str()));
+    ASSERT_TRUE(readSetupDataFile((root_ + "dist\\_000000_").c_str()));
     ASSERT_EQ(g_setup.fileCount, 9);   // the data file, the program's four files and these four
 
     for (std::size_t n = 0; n < package.files.size(); ++n) {
@@ -46,15 +46,15 @@ TEST_F(PackageRoundTrip, EveryRecordResolvesAndEveryMemberHoldsItsFile)
 
         char member[kMemberNameCapacity];
         formatMemberName(index, member, sizeof member);
-        const std::string memberPath = scratch_ + "dist\\" + member;
+        const std::string memberPath = root_ + "dist\\" + member;
         const std::string& source = package.files[n].content;
         const std::string stored = readFile(memberPath);
         EXPECT_EQ(g_setup.fileRecords[index].size, source.size());
         EXPECT_EQ(g_setup.fileRecords[index].transferSize, stored.size());
         EXPECT_EQ(stored == source, !e.packed) << "a plain member holds the file as it is";
         if (e.packed) {
-            ASSERT_TRUE(Unpack(memberPath.c_str(), (scratch_ + e.name).c_str(), ""));
-            EXPECT_EQ(readFile(scratch_ + e.name), source);
+            ASSERT_TRUE(Unpack(memberPath.c_str(), (root_ + e.name).c_str(), ""));
+            EXPECT_EQ(readFile(root_ + e.name), source);
         }
     }
 }

@@ -1,6 +1,6 @@
 // The rule for folders named by per-user values, over the real folders of the test's prefix: a
 // folder is used only where the user could write anyway.
-#include "setupdata_fixture.h"
+#include "setup_fixture.h"
 
 #include "host_links.h"
 #include "packages.h"
@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kWord[] = "Harwick-Orbel\\Vistrel (64-bit)\\";
 
-using UserFolders = SetupStateTest;
+using UserFolders = SetupFixture;
 
 TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
 {
@@ -22,7 +22,7 @@ TEST_F(UserFolders, OnlyFoldersTheUserCouldWriteAnyway)
     HOI_CopyA(g_setup.commonDataFolder, kPathCapacity, (programData + kWord).c_str());
     // A link the user made in a folder of theirs to a folder the rule refuses: an empty one of this
     // test, since whatever deletes the scratch folder follows the link under Wine.
-    const std::string target = programData + "HarwickOrbelLinkTarget", link = scratch_ + "link";
+    const std::string target = programData + "HarwickOrbelLinkTarget", link = root_ + "link";
     ASSERT_TRUE(CreateDirectoryA(target.c_str(), nullptr));
     ASSERT_TRUE(makeHostLink(link, target));
     char upper[MAX_PATH];

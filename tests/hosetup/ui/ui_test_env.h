@@ -2,16 +2,11 @@
 // leaves it before the run starts, and the helpers that drive and check the real dialogs.
 #pragma once
 
-#include <windows.h>
-
-#include <gtest/gtest.h>
-
 #include <functional>
-#include <string>
 
-#include "core/core.h"
 #include "dialogs.h"
 #include "holang.h"
+#include "setup_fixture.h"
 #include "ui/ui.h"
 
 // ---- constants ------------------------------------------------------------------------------
@@ -21,19 +16,19 @@ const DialogQuery kAlert = dialogWith(IDC_ALERT_TEXT, IDC_ALERT_BUTTON1);
 // ---- types ----------------------------------------------------------------------------------
 
 // A setup state for a run at the given scale, with a plain main window as the dialogs' owner.
-class UiTest : public ::testing::Test {
+class UiTest : public SetupFixture {
 protected:
-    void SetUp() override { prepare(1.0); }
+    void SetUp() override { SetupFixture::SetUp(); prepare(1.0); }
     void TearDown() override
     {
         ShowProgressStage(false, 0, 0, 0);
         DestroyWindow(g_setup.mainWindow);
         pumpWindowMessages();
+        SetupFixture::TearDown();
     }
     void prepare(double scale)
     {
-        clearSetupState();
-        g_setup.languageModule = GetModuleHandleA("holang.dll");
+        g_setup.optionSilent = 0;
         g_setup.scale = scale;
         g_setup.mainWindow = CreateWindowExA(0, "Static", "", WS_POPUP | WS_VISIBLE, 100, 100, 580, 400, nullptr,
                                              nullptr, nullptr, nullptr);
