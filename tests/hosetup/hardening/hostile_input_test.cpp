@@ -9,7 +9,10 @@
 #include <vector>
 
 #include "host_links.h"
+#include "files/files.h"
 #include "install/install.h"
+#include "links/links.h"
+#include "setuplog/setuplog.h"
 #include "process.h"
 #include "remove/remove.h"
 #include "setupdata/setupdata.h"

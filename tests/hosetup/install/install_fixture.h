@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "files/files.h"
 #include "install/install.h"
+#include "links/links.h"
+#include "setuplog/setuplog.h"
 #include "process.h"
 #include "shell/shell.h"
 #include "strings/hoi_strings.h"
