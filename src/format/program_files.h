@@ -13,7 +13,7 @@ constexpr char kUnpackerName[] = "hounzip.exe";
 constexpr char kSetupHelpName[] = "hosetup.chm";
 constexpr char kSetupHelpIndexName[] = "hosetup.gid"; // written by the help viewer beside the file
 constexpr char kSetupLogName[] = "hosetup.log";
-// Beside the log: what a run is about to create, recorded before it exists (install/setup_journal.cpp).
+// Beside the log: what a run is about to create, recorded before it exists (setuplog/setup_journal.cpp).
 constexpr char kSetupJournalName[] = "hosetup.journal";
 
 // ---- types ----------------------------------------------------------------------------------

@@ -77,5 +77,9 @@ OwnFileCheck openOwnFile(const char* path, const ImageDigest* known, std::size_t
 bool bindLanguageTables(HMODULE module);
 void unbindLanguageTables();              // every table null again, as before the binding
 
+// core/window_messages.cpp
+// Dispatches what is queued, the progress window's messages through it first.
+void pumpWindowMessages();
+
 // core/setup_state.cpp
 long roundHalfAwayFromZero(double value);   // every design size times scale goes through this

@@ -29,8 +29,8 @@ constexpr std::uint32_t kExitProductRunning = 3; // set by the welcome/start pag
 
 // ---- types ----------------------------------------------------------------------------------
 
-// The help viewer module (help/): where it is looked for, and the handle once loaded. The module
-// is never unloaded: the viewer's window may outlive the run.
+// The help viewer module (ui/viewer_binding.cpp): where it is looked for, and the handle once
+// loaded. The module is never unloaded: the viewer's window may outlive the run.
 struct HelpViewer {
     const char* classKey;    // below HKEY_LOCAL_MACHINE
     const char* moduleName;  // the fallback, loaded from the system folder
@@ -64,7 +64,7 @@ struct SetupState {
     HCURSOR arrowCursor;
     HCURSOR waitCursor;
     HFONT aboutFont;
-    // The help viewer and the entry the help button calls (help/help_viewer.cpp): zero until the
+    // The help viewer and the entry the help button calls (ui/help_viewer.cpp): zero until the
     // first call binds them.
     HelpViewer helpViewer;
     HelpEntry helpEntry;

@@ -1,6 +1,8 @@
 // An update's backups: the files its backup records name, and the product's four settings files,
 // copied into this run's backup tree before anything is replaced.
 #include "install/install.h"
+#include "setuplog/setuplog.h"
+#include "files/files.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"

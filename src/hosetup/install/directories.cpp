@@ -2,6 +2,7 @@
 // run's backup tree. Each folder that did not exist is logged as a "#" line, so that the removal
 // can take it away again.
 #include "install/install.h"
+#include "setuplog/setuplog.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"

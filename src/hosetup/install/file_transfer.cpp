@@ -2,6 +2,8 @@
 // deleted; an existing target is replaced silently, kept, or asked about. Progress moves by
 // packed bytes, and every target path goes into the setup log for the removal.
 #include "install/install.h"
+#include "setuplog/setuplog.h"
+#include "files/files.h"
 #include "format/member_archive.h"
 #include "format/program_files.h"
 #include "format/unpacker_temp.h"
@@ -407,7 +409,7 @@ bool CopyFiles()
                 bool keep = false;
                 const int reply = DecideReplace(i, target, source, replaceWithoutAsking, &keep);
                 if (keep) {
-                    if (!LogText("***** Skipped file:") || !LogText(target))
+                    if (!LogSkippedFile(target))
                         return false;
                 } else if (!g_setup.replaceAll && reply == kReplaceCancel) {
                     return false;

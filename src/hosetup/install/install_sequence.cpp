@@ -3,8 +3,11 @@
 // to return false at once; nothing is rolled back, and the log records what was done so that a
 // removal can clear it.
 #include "install/install.h"
+#include "files/files.h"
 #include "format/program_files.h"
 #include "core/core.h"
+#include "links/links.h"
+#include "setuplog/setuplog.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "registry/registry.h"
@@ -66,6 +69,15 @@ bool prepareBackupsOrLog()
     if (SetupLogPath(g_setup.commonDataFolder, log, sizeof log))
         DeleteFileAt(log);
     return true;
+}
+
+// The link of a shortcut record points at its file record's target and shows the record's icon;
+// a record whose icon or file has no place in this installation gets no link.
+bool shortcutPathsOf(int index, char* icon, char* target)
+{
+    const ShortcutRecord& record = g_setup.shortcutRecords[index];
+    return resolveShortcutIconPath(index, icon) == kIconPathFound &&
+           resolveFilePath(static_cast<int>(record.fileIndex), target, nullptr, nullptr, nullptr) != kNoPathHere;
 }
 
 } // namespace
@@ -130,7 +142,7 @@ bool RunInstallation()
     // A cancel confirmed while the links are made ends the run there; the installation stays
     // registered and logged, so the removal can clear it.
     ShowProgressStage(true, kStageInstallShortcuts, 0, 0);
-    if (g_setup.shortcutCount > 0 && !CreateShortcuts())
+    if (g_setup.shortcutCount > 0 && !CreateShortcuts(shortcutPathsOf))
         return false;
 
     ShowProgressStage(false, 0, 0, 0);

@@ -3,7 +3,8 @@
 // empty. Nothing else is touched, and what the removal needs to be started again (its own files,
 // the data file) is left to the end of the removal.
 #include "remove/remove.h"
-#include "install/install.h"
+#include "setuplog/setuplog.h"
+#include "files/files.h"
 #include "format/data_format.h"
 #include "format/program_files.h"
 #include "core/core.h"
@@ -231,14 +232,15 @@ bool RemoveLoggedFiles()
             return false;
         while (records.file[i] && ReadTextLine(records.file[i], line, sizeof line)) {
             const LogLineKind kind = classifyLogLine(line);
-            if (kind == LogLineKind::Folder && isProductPath(line + 1, true) && seenFolders.firstTime(line + 1))
-                folders.emplace_back(line + 1);
+            const char* path = logLinePath(line);
+            if (kind == LogLineKind::Folder && isProductPath(path, true) && seenFolders.firstTime(path))
+                folders.emplace_back(path);
             if (kind != LogLineKind::File)
                 continue;
             if (!countUnit(&unitsReported))
                 return false;
-            if (isProductPath(line, false) && !neededToStartAgain(line) && seenFiles.firstTime(line))
-                DeleteFileAt(line);
+            if (isProductPath(path, false) && !neededToStartAgain(path) && seenFiles.firstTime(path))
+                DeleteFileAt(path);
         }
     }
     if (count.folders == 0)

@@ -5,7 +5,9 @@
 // false at once; what was deleted stays deleted, and a removal that was stopped or cut short
 // (killed, a power cut) is finished by starting it again.
 #include "remove/remove.h"
-#include "install/install.h"
+#include "links/links.h"
+#include "setuplog/setuplog.h"
+#include "files/files.h"
 #include "format/data_format.h"
 #include "format/program_files.h"
 #include "registry/registry.h"

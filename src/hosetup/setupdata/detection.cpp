@@ -4,6 +4,7 @@
 // only where the user could write anyway (user_folders.cpp).
 // Folders that nothing recorded take defaults below the system's shell folders.
 #include "setupdata/setupdata.h"
+#include "userfolders/userfolders.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"

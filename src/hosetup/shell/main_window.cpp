@@ -2,6 +2,7 @@
 // picture for the whole run and owns every page, dialog and message box. Command 100 runs the
 // wizard and the install or removal sequence inside its window procedure.
 #include "shell/shell.h"
+#include "files/files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "format/program_files.h"

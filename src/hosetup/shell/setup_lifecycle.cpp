@@ -2,6 +2,7 @@
 // released at exit. It sits on the top floor because it calls down into every floor that holds
 // a piece of the run: the splash picture, the detection, the log.
 #include "shell/shell.h"
+#include "setuplog/setuplog.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 #include "install/install.h"

@@ -112,23 +112,6 @@ INT_PTR CALLBACK progressProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
 
 } // namespace
 
-// Dispatches what is queued, offering each message to the progress window first, as the main
-// loop does. A quit request is put back for the main loop.
-void pumpWindowMessages()
-{
-    MSG message;
-    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            PostQuitMessage(static_cast<int>(message.wParam));
-            return;
-        }
-        if (g_setup.progressDialog && IsDialogMessageA(g_setup.progressDialog, &message))
-            continue;
-        TranslateMessage(&message);
-        DispatchMessageA(&message);
-    }
-}
-
 bool paceProgress(int from, int to, int step, DWORD sleepMs)
 {
     for (int value = from; value <= to; value += step) {

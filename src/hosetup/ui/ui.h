@@ -1,12 +1,14 @@
-// Interface of the wizard user interface: alert box, replace query, progress window and the six
-// wizard pages. Every dialog comes from a template of the language module and is owned by the
-// main window; a silent run shows none of them but the progress window.
+// Interface of the wizard user interface: alert box, replace query, progress window, the six
+// wizard pages, the question after a failed copy, and the help viewer the help button opens.
+// Every dialog comes from a template of the language module and is owned by the main window; a
+// silent run shows none of them but the progress window.
 #pragma once
 
 #include <windows.h>
 #include <cstddef>
 #include <cstdint>
 
+#include "core/setup_state.h"   // HelpViewer, HelpEntry
 #include "dialog_ids.h"
 
 // ---- constants ------------------------------------------------------------------------------
@@ -55,6 +57,21 @@ constexpr UINT kDialogWrapFlags = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | 
 
 constexpr std::size_t kAlertCaptionCapacity = 760;
 constexpr std::size_t kFileAlertCapacity = 2048;
+
+// The help viewer: the HTML Help control, found and bound on first use, so a system without it
+// still runs the setup; help then silently does nothing.
+// Where the HTML Help control registers its module, below HKEY_LOCAL_MACHINE; the key's default
+// value is the module's path. Only the machine's classes are read: HKEY_CLASSES_ROOT merges in
+// the user's own class registrations, which a standard user may write and this program, running
+// elevated, must not follow.
+constexpr char kHelpViewerClassKey[] =
+    "Software\\Classes\\CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+// Loaded from the system folder when the registry does not lead to a loadable module.
+constexpr char kHelpViewerModuleName[] = "hhctrl.ocx";
+// The control exports its entries by ordinal; the program calls the narrow one.
+constexpr WORD kHtmlHelpAOrdinal = 14;
+constexpr std::size_t kHelpPathCapacity = 260;
+constexpr UINT kHelpDisplayTopic = 0;          // HH_DISPLAY_TOPIC: the file's default topic
 
 // ---- types ----------------------------------------------------------------------------------
 
@@ -178,7 +195,6 @@ int AskReplaceFile(HWND owner, const char* path, const char* existingText, const
 // stage: a ProgressStage; show false closes the window whatever the stage.
 bool ShowProgressStage(bool show, std::uint32_t stage, std::int64_t value, std::int64_t total);
 bool SetProgress(std::int64_t value, std::int64_t total);
-void pumpWindowMessages();
 // A pacing loop: reports from, from + step, ... up to `to` of 100 and sleeps after each report.
 // It does no work; it gives the bar a visible run and the user a chance to cancel between
 // stages. False as soon as a report says stop.
@@ -193,3 +209,23 @@ bool ShowInstallFinishPage(HWND owner);
 bool ShowRemoveWelcomePage(HWND owner);
 bool ShowRemoveStartPage(HWND owner);
 bool ShowRemoveFinishPage(HWND owner);
+
+// ui/help_viewer.cpp
+void ShowSetupHelp();
+HWND HtmlHelpA(HWND owner, const char* file, UINT command, DWORD_PTR data);
+
+// ui/viewer_binding.cpp
+// The module path from the default value of classKey: REG_EXPAND_SZ is expanded, other types
+// are taken as they stand. False when the key or value is missing or the path does not fit in
+// kHelpPathCapacity characters, terminator included.
+bool readViewerModulePath(const char* classKey, char* path, std::size_t capacity);
+// The entry's function, binding it (and loading the viewer) on the first call; null when the
+// viewer or the entry cannot be had, now or on an earlier call.
+FARPROC bindHelpEntry(HelpViewer* viewer, HelpEntry* entry);
+
+// ui/failed_copy.cpp
+// Retry (7), skip (8) or cancel (2) after the attempt-th failed copy of a file.
+int askAfterFailedCopy(const char* message, int attempt);
+// Retry (7) or cancel (2) after the attempt-th failed write of a record the removal needs (the
+// log, its journal): skipping it would leave something no removal finds.
+int askAfterFailedWrite(const char* path, int attempt);

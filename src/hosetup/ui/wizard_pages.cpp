@@ -3,7 +3,6 @@
 // go on (true) or stop (false). A silent run shows none of them.
 #include "ui/ui.h"
 #include "core/core.h"
-#include "help/help.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
 

@@ -7,7 +7,10 @@
 #include <vector>
 
 #include "host_links.h"
+#include "files/files.h"
 #include "install/install.h"
+#include "links/links.h"
+#include "setuplog/setuplog.h"
 #include "remove/remove.h"
 #include "setup_fixture.h"
 #include "setupdata/setupdata.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "help/help.h"
+#include "ui/ui.h"
 #include "process.h"
 
 namespace {

@@ -4,8 +4,11 @@
 
 #include <vector>
 
+#include "files/files.h"
 #include "install/install.h"
+#include "links/links.h"
 #include "setup_fixture.h"
+#include "setuplog/setuplog.h"
 
 class InstallFixture : public SetupFixture {
 protected:

@@ -3,7 +3,7 @@
 // have written to anyway are ignored, and the log names them.
 #include "setup_fixture.h"
 
-#include "install/install.h"
+#include "setuplog/setuplog.h"
 #include "packages.h"
 #include "registry_checks.h"
 

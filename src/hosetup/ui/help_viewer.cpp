@@ -1,6 +1,6 @@
 // The help button's target: the setup program's own help file in the HTML Help viewer, reached
 // through the control's two entries, each bound on its first call.
-#include "help/help.h"
+#include "ui/ui.h"
 #include "format/program_files.h"
 #include "core/setup_state.h"
 #include "strings/hoi_strings.h"

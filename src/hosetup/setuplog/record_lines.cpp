@@ -1,8 +1,9 @@
 // Lines of the setup log and its journal, each reaching the disk whole or not at all. A line that
 // cannot be written is a failed step, never a silent loss: what the log does not name, no removal
 // finds.
-#include "install/install.h"
+#include "setuplog/setuplog.h"
 #include "core/core.h"
+#include "files/files.h"
 #include "strings/hoi_strings.h"
 #include "ui/ui.h"
 

@@ -7,8 +7,9 @@
 // journal emptied. A journal that still holds lines at the start of a run is what an interrupted
 // run created; the new run takes it over into its own log, so that a standard installation,
 // which starts its log afresh, loses none of it.
-#include "install/install.h"
+#include "setuplog/setuplog.h"
 #include "core/core.h"
+#include "files/files.h"
 #include "format/program_files.h"
 #include "strings/hoi_strings.h"
 
@@ -25,7 +26,7 @@ bool JournalFile(const char* path)
 bool JournalFolder(const char* folder)
 {
     char line[kMessageCapacity];
-    HOI_PrintA(line, sizeof line, "#%s", folder);
+    formatFolderLine(line, sizeof line, folder);
     return JournalFile(line);
 }
 

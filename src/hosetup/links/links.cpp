@@ -5,11 +5,12 @@
 // searched for. The all-users folders, which only administrators can change, lose the groups
 // whole; a user's own folders, which the user may have pointed anywhere and filled with anything,
 // lose only this product's link files and then the groups they leave empty.
-#include "install/install.h"
+#include "links/links.h"
 #include "core/core.h"
+#include "files/files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
-#include "setupdata/setupdata.h"
+#include "userfolders/userfolders.h"
 #include "ui/ui.h"
 
 #include <objbase.h>
@@ -163,15 +164,13 @@ struct Links {
 
 // The group links, one per shortcut record: 0 when all are made, kStopped when a cancel was
 // confirmed at a report between them, else the failure code.
-int makeGroupLinks(const Links& links, const char* groupFolder)
+int makeGroupLinks(const Links& links, const char* groupFolder, ShortcutPaths pathsOf)
 {
     for (int i = 0; i < g_setup.shortcutCount; ++i) {
         const ShortcutRecord& record = g_setup.shortcutRecords[i];
         char icon[kPathCapacity];
         char target[kPathCapacity];
-        if (resolveShortcutIconPath(i, icon) != kIconPathFound)
-            continue;
-        if (resolveFilePath(static_cast<int>(record.fileIndex), target, nullptr, nullptr, nullptr) == kNoPathHere)
+        if (!pathsOf(i, icon, target))
             continue;
         char workingFolder[kPathCapacity];
         char linkFile[kPathCapacity];
@@ -227,7 +226,7 @@ bool MakeShellLink(IShellLinkA* link, IPersistFile* persist, const char* target,
     return true;
 }
 
-bool CreateShortcuts()
+bool CreateShortcuts(ShortcutPaths pathsOf)
 {
     if (g_setup.shortcutCount < 1)
         return true;
@@ -261,7 +260,7 @@ bool CreateShortcuts()
             return reportShortcutFailure(kLinkObject);
         if (FAILED(links.link->QueryInterface(IID_IPersistFile, reinterpret_cast<void**>(&links.persist))))
             return reportShortcutFailure(kPersistFile);
-        const int made = makeGroupLinks(links, groupFolder);
+        const int made = makeGroupLinks(links, groupFolder, pathsOf);
         if (made == kStopped)
             return false;
         if (made)

@@ -1,7 +1,7 @@
 // File and folder primitives the installation and the removal stand on: each is one system call
 // or a short loop of them with a fixed rule for success. The empty (zero) handle means no file:
 // every handle operation fails for it without calling the system.
-#include "install/file_primitives.h"
+#include "files/files.h"
 #include "strings/hoi_strings.h"
 
 #include <io.h>

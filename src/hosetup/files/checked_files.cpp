@@ -10,7 +10,7 @@
 // Wine follows a host symbolic link even when asked not to (FILE_FLAG_OPEN_REPARSE_POINT), so
 // there a link at the name itself is seen through and refused by the path comparison; Windows
 // opens the link itself, which the attribute test refuses for everything but a deletion.
-#include "install/file_primitives.h"
+#include "files/files.h"
 #include "core/core.h"
 #include "strings/hoi_strings.h"
 

@@ -4,7 +4,7 @@
 // machine's registry and log, and the removal deletes there what the log names. So such a folder
 // is used only where the user could write anyway; any other value is ignored, the default taken
 // instead, and the log names what was ignored.
-#include "setupdata/setupdata.h"
+#include "userfolders/userfolders.h"
 #include "core/core.h"
 #include "format/name_rules.h"
 #include "strings/hoi_strings.h"

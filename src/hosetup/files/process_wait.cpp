@@ -1,9 +1,8 @@
 // Long waits that keep the window alive: while the unpacker runs or a large file is copied, the
 // one GUI thread keeps dispatching window messages, so the progress window repaints and its
 // cancel button is heard (the question itself comes at the next progress report).
-#include "install/install.h"
+#include "files/files.h"
 #include "core/core.h"
-#include "ui/ui.h"
 
 bool waitForProcessPumping(HANDLE process, DWORD* exitCode)
 {

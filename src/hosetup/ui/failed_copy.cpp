@@ -3,9 +3,8 @@
 // nobody watches, retries the same file at most three times in all, one second apart, and then
 // cancels, so the run ends with a failure code rather than hanging or reporting success with a
 // file missing.
-#include "install/install.h"
-#include "core/core.h"
 #include "ui/ui.h"
+#include "core/core.h"
 
 namespace {
 

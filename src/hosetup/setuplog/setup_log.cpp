@@ -1,14 +1,14 @@
 // The setup log hosetup.log: banners, "#" folder lines and bare file paths. It is the contract
 // between installation and removal, so its lines are never translated. The installation writes
-// it here; the removal reads it back through the same module's line kinds. Every line reaches the
+// it here; the removal reads it back through the same module's line kinds (log_lines.cpp). Every line reaches the
 // disk whole or not at all, and a line that cannot be written stops the step: a file on disk that
 // the log does not name is one no removal would find.
-#include "install/install.h"
+#include "setuplog/setuplog.h"
 #include "core/core.h"
+#include "files/files.h"
 #include "format/program_files.h"
 #include "strings/hoi_strings.h"
 #include "holang.h"
-#include "setupdata/setupdata.h"
 #include "ui/ui.h"
 
 #include <cstring>
@@ -55,7 +55,7 @@ bool openRecordFile(const char* name, HANDLE* file)
 bool logFolderLine(const char* folder)
 {
     char line[kMessageCapacity];
-    HOI_PrintA(line, sizeof line, "#%s", folder);
+    formatFolderLine(line, sizeof line, folder);
     return LogText(line);
 }
 
@@ -64,15 +64,6 @@ bool logFolderLine(const char* folder)
 bool SetupLogPath(const char* folder, char* path, std::size_t capacity)
 {
     return composePath(path, capacity, folder, kSetupLogName);
-}
-
-LogLineKind classifyLogLine(const char* line)
-{
-    if (line[0] == '*')
-        return LogLineKind::Banner;
-    if (line[0] == '#')
-        return LogLineKind::Folder;
-    return LogLineKind::File;
 }
 
 void formatLogTime(char* buffer, std::size_t capacity)
@@ -121,6 +112,11 @@ bool LogIgnoredFolderValues()
             return false;
     }
     return true;
+}
+
+bool LogSkippedFile(const char* path)
+{
+    return LogText(kSkippedFileMarker) && LogText(path);
 }
 
 bool TakeOverJournal()

@@ -1,6 +1,6 @@
-// File, folder and process primitives the installation and the removal stand on: each is one
-// system call or a short loop of them with a fixed rule for success. They show nothing and log
-// nothing; their callers do. The empty (zero) handle means no file: every handle operation fails
+// File, folder and process primitives the installation, the removal, the setup log and the links
+// stand on: each is one system call or a short loop of them with a fixed rule for success. They
+// show nothing and log nothing; their callers do. The empty (zero) handle means no file: every handle operation fails
 // for it without calling the system.
 #pragma once
 
@@ -41,7 +41,7 @@ struct FolderLevels {
 
 // ---- functions ------------------------------------------------------------------------------
 
-// install/checked_files.cpp: every file or folder the program deletes, creates, writes, copies or
+// files/checked_files.cpp: every file or folder the program deletes, creates, writes, copies or
 // appends to is opened without following a link at its name, and the handle's final path must be
 // the path meant (a link or junction above it makes them differ); otherwise the call fails with
 // nothing done. The deletions act on the checked handle.
@@ -57,7 +57,7 @@ bool isPlainFileIn(HANDLE handle, const char* path);
 bool copyChecked(const char* source, const char* target, const CopyRules& rules);
 bool setArchiveOnlyChecked(const char* path);
 
-// install/file_primitives.cpp
+// files/file_primitives.cpp
 bool PathExists(const char* path);                  // a file or a folder
 bool DeleteFileAt(const char* path);
 bool RemoveFolder(const char* folder);              // false at once for an invalid folder path
@@ -82,3 +82,10 @@ ChainStep CreateFolderChain(const char* path, FolderLevels* missing, bool (*befo
 TreeEntry classifyTreeEntry(DWORD attributes);
 void DeleteFolderTree(const char* folder);
 void DeleteAtRestart(const char* path);             // a file or an empty folder, at the next restart
+
+// files/process_wait.cpp
+// Waits for a process to end while dispatching window messages; false when the wait failed.
+bool waitForProcessPumping(HANDLE process, DWORD* exitCode);
+// A checked copy (copyChecked) that keeps the window alive; the source of a transfer lies in the
+// distribution, a foreign folder, every other source in the product's own folders.
+bool copyFilePumping(const char* source, const char* target, bool failIfExists, bool sourceInForeignFolder);

@@ -2,7 +2,7 @@
 // registration first, and in the system folder otherwise; never through the search path, which
 // would start in the program's own folder. Nothing here is reported to the user: help that cannot be reached
 // only does nothing.
-#include "help/help.h"
+#include "ui/ui.h"
 #include "strings/hoi_strings.h"
 #include "strings/paths.h"
 #include "core/core.h"
