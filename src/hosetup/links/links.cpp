@@ -98,7 +98,7 @@ int linkFolderPath(int userCsidl, int commonCsidl, char* path, std::size_t capac
 {
     if (g_setup.perUser > 0) {
         char found[kPathCapacity];
-        return UserShellFolder(userCsidl, found) && composePath(path, capacity, found, nullptr) ? 0 : pathFailure;
+        return UserShellFolder(userCsidl, found, sizeof found) && composePath(path, capacity, found, nullptr) ? 0 : pathFailure;
     }
     LPITEMIDLIST items = nullptr;
     if (SHGetSpecialFolderLocation(nullptr, commonCsidl, &items) != S_OK || !items)

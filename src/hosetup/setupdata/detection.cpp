@@ -143,7 +143,7 @@ void readUserFolders()
 void shellFolder(int csidl, char* folder, std::size_t capacity)
 {
     char found[kPathCapacity];
-    if (UserShellFolder(csidl, found) && composePath(folder, capacity, found, nullptr))
+    if (UserShellFolder(csidl, found, sizeof found) && composePath(folder, capacity, found, nullptr))
         SHCreateDirectoryExA(nullptr, folder, nullptr);
     else
         HOI_CopyA(folder, capacity, "");
@@ -213,8 +213,8 @@ void DetectFolders()
         // The link steps look these up again; looking them up now notes a refused value before
         // the installation opens its log.
         char links[kPathCapacity];
-        UserShellFolder(CSIDL_PROGRAMS, links);
-        UserShellFolder(CSIDL_DESKTOPDIRECTORY, links);
+        UserShellFolder(CSIDL_PROGRAMS, links, sizeof links);
+        UserShellFolder(CSIDL_DESKTOPDIRECTORY, links, sizeof links);
     }
 
     NameBackupFolder();

@@ -67,25 +67,25 @@ bool isPlainDriveFolder(const char* folder)
 }
 
 // folder with its closing backslash into a buffer of kPathCapacity; false when it does not fit.
-bool withBackslash(const char* text, char* folder)
+bool withBackslash(const char* text, char* folder, std::size_t capacity)
 {
     const std::size_t length = std::strlen(text);
-    if (length == 0 || length >= kPathCapacity - 1)
+    if (length == 0 || length + 1 >= capacity)
         return false;
-    HOI_CopyA(folder, kPathCapacity, text);
-    HOI_PathA(folder, kPathCapacity);
+    HOI_CopyA(folder, capacity, text);
+    HOI_PathA(folder, capacity);
     return true;
 }
 
 // The path the file system gives an open folder, as "X:\...\"; false for a network path.
-bool finalFolderOf(HANDLE handle, char* folder)
+bool finalFolderOf(HANDLE handle, char* folder, std::size_t capacity)
 {
     char final[kPathCapacity];
     if (!finalPathOf(handle, final, sizeof final))
         return false;
     if (!isDriveLetter(final[0]) || final[1] != ':' || final[2] != '\\')
         return false;   // "\\server\share\..."
-    return withBackslash(final, folder);
+    return withBackslash(final, folder, capacity);
 }
 
 // The canonical form of a plain drive folder: its longest part that exists as the file system
@@ -103,7 +103,7 @@ bool canonicalFolder(const char* folder, char* canonical)
                                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
         if (handle != INVALID_HANDLE_VALUE) {
             char resolved[kPathCapacity];
-            const bool named = finalFolderOf(handle, resolved);
+            const bool named = finalFolderOf(handle, resolved, sizeof resolved);
             CloseHandle(handle);
             return named && composePath(canonical, kPathCapacity, resolved, folder + split);
         }
@@ -123,7 +123,7 @@ bool canonicalFolder(const char* folder, char* canonical)
 void referenceFolder(const char* path, char* folder)
 {
     char plain[kPathCapacity];
-    if (!withBackslash(path, plain) || !isPlainDriveFolder(plain) || !canonicalFolder(plain, folder))
+    if (!withBackslash(path, plain, sizeof plain) || !isPlainDriveFolder(plain) || !canonicalFolder(plain, folder))
         HOI_InitA(folder);
 }
 
@@ -202,11 +202,11 @@ const UserShellFolderName* userShellFolderName(int csidl)
 }
 
 // A shell folder's path with its backslash, nothing created; false when the shell names none.
-bool lookUpShellFolder(int csidl, DWORD type, char* folder)
+bool lookUpShellFolder(int csidl, DWORD type, char* folder, std::size_t capacity)
 {
     char path[MAX_PATH + 1] = "";
     if (SHGetFolderPathA(nullptr, csidl | CSIDL_FLAG_DONT_VERIFY, nullptr, type, path) == S_OK &&
-        withBackslash(path, folder))
+        withBackslash(path, folder, capacity))
         return true;
     HOI_InitA(folder);
     return false;
@@ -218,7 +218,7 @@ bool isUserWritableChoice(const char* path)
 {
     char folder[kPathCapacity];
     char canonical[kPathCapacity];
-    if (!withBackslash(path, folder) || !isPlainDriveFolder(folder) || !canonicalFolder(folder, canonical))
+    if (!withBackslash(path, folder, sizeof folder) || !isPlainDriveFolder(folder) || !canonicalFolder(folder, canonical))
         return false;
     ReferenceFolders reference;
     if (!readReferenceFolders(&reference))
@@ -236,16 +236,16 @@ bool isUserWritableChoice(const char* path)
            PathStartsWithFolder(canonical, reference.publicProfile);
 }
 
-bool UserShellFolder(int csidl, char* folder)
+bool UserShellFolder(int csidl, char* folder, std::size_t capacity)
 {
     const UserShellFolderName* name = userShellFolderName(csidl);
     if (!name)
-        return lookUpShellFolder(csidl, SHGFP_TYPE_CURRENT, folder);
-    if (lookUpShellFolder(csidl, SHGFP_TYPE_CURRENT, folder) && isUserWritableChoice(folder))
+        return lookUpShellFolder(csidl, SHGFP_TYPE_CURRENT, folder, capacity);
+    if (lookUpShellFolder(csidl, SHGFP_TYPE_CURRENT, folder, capacity) && isUserWritableChoice(folder))
         return true;
     if (folder[0])
         noteIgnoredFolderValue(name->name, folder);
-    if (lookUpShellFolder(csidl, SHGFP_TYPE_DEFAULT, folder) && isUserWritableChoice(folder))
+    if (lookUpShellFolder(csidl, SHGFP_TYPE_DEFAULT, folder, capacity) && isUserWritableChoice(folder))
         return true;
     HOI_InitA(folder);
     return false;

@@ -3,6 +3,8 @@
 // takes such a folder only where the user could write anyway.
 #pragma once
 
+#include <cstddef>
+
 // ---- functions ------------------------------------------------------------------------------
 
 // userfolders/user_folders.cpp
@@ -12,10 +14,10 @@
 // folders outside the product's installation folder; ProgramData outside its data folder; the
 // system drive's root; another user's profile. Compared as canonical paths, links followed.
 bool isUserWritableChoice(const char* path);
-// A shell folder's path with its backslash (kPathCapacity), nothing created. The user's own
+// A shell folder's path with its backslash, nothing created; false when it does not fit capacity. The user's own
 // documents, application data, programs and desktop folders are taken only where the user could
 // write anyway, else at their default location (the refused value noted), else not at all: empty
 // and false.
-bool UserShellFolder(int csidl, char* folder);
+bool UserShellFolder(int csidl, char* folder, std::size_t capacity);
 // Remembers a refused per-user value ("name: value") for the log, each once.
 void noteIgnoredFolderValue(const char* name, const char* value);
