@@ -175,7 +175,8 @@ TEST_F(WholeRun, AFailedUnpackingIsRetriedSkippedOrCancelled)
             SetupChild run("\"" + dist + "hosetup.exe\"");
             ASSERT_TRUE(run.passPages(2));
             // The report names the archive as the unpacker got it.
-            EXPECT_TRUE(std::regex_search(run.alertText(), std::regex(R"(HOUNZIP \([\s\S]*_000070_\.)")));
+            const std::string report = run.alertText();
+            EXPECT_TRUE(std::regex_search(report, std::regex(R"(HOUNZIP \([\s\S]*_000070_\.)"))) << report;
             ASSERT_TRUE(run.press(run.alert(), IDC_ALERT_BUTTON1));
             EXPECT_EQ(run.alertText(), eAlertErrorText[kAlertTextTransferFailedQuestion]);
             ASSERT_TRUE(button != IDC_ALERT_BUTTON1 || copyFileTo(work_ + "library.zip", member));
