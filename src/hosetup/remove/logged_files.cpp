@@ -86,12 +86,6 @@ bool isProductPath(const char* path, bool folderLine)
     return false;
 }
 
-// The log, then its journal: each open for reading, or 0 when it is not there.
-struct RecordFiles {
-    HANDLE file[2];
-    const char* name[2];
-};
-
 // Opens the log or the journal in the common data folder for reading. A journal that is not there
 // reads as empty, and so does a log that a removal cut short had deleted already (it marked the
 // product key before): a second removal finishes what it left. False after the alert for a log
@@ -197,18 +191,18 @@ bool countLogLines(HANDLE log, LogLineCount* count)
 bool RemoveLoggedFiles()
 {
     CloseLog(false);
-    RecordFiles records = {{nullptr, nullptr}, {kSetupLogName, kSetupJournalName}};
     if (!openRecord(kSetupLogName, RemovalWasFinishing(), &g_setup.logFile) ||
         !openRecord(kSetupJournalName, true, &g_setup.journalFile))
         return false;
-    records.file[0] = g_setup.logFile;
-    records.file[1] = g_setup.journalFile;
+    // The log, then its journal; 0 for one that is not there.
+    const HANDLE files[] = {g_setup.logFile, g_setup.journalFile};
+    const char* const names[] = {kSetupLogName, kSetupJournalName};
     if (!SetProgress(5, 100))
         return false;
 
     // Counting pass: how much there is to do, so that the deletion's bar is true.
     LogLineCount count;
-    for (HANDLE file : records.file) {
+    for (HANDLE file : files) {
         if (file && !countLogLines(file, &count))
             return false;
     }
@@ -228,9 +222,9 @@ bool RemoveLoggedFiles()
     SeenLines seenFolders;
     std::vector<std::string> folders;
     for (int i = 0; i < 2; ++i) {
-        if (!rewind(records.file[i], records.name[i]))
+        if (!rewind(files[i], names[i]))
             return false;
-        while (records.file[i] && ReadTextLine(records.file[i], line, sizeof line)) {
+        while (files[i] && ReadTextLine(files[i], line, sizeof line)) {
             const LogLineKind kind = classifyLogLine(line);
             const char* path = logLinePath(line);
             if (kind == LogLineKind::Folder && isProductPath(path, true) && seenFolders.firstTime(path))
